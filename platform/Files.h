@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+// Files and folders by their path text. Only regular files with a non-empty name are ever deleted,
+// moved or replaced, and "*" and "?" are plain characters where the platform takes them as such.
+// Failures raise RuntimeError: FileNotFound for a missing file, PathNotFound for a missing folder,
+// PermissionDenied, DiskFull, or PathFileAccess for what is left.
+namespace platform {
+
+/// Whether a regular file stands at the path.
+bool fileExists(const QString &path);
+
+/// Makes the folder the current one. Raises PathNotFound when it is missing, empty or relative.
+void changeDirectory(const QString &folder);
+
+/// Deletes the file.
+void deleteFile(const QString &path);
+
+/// Moves a file to a path where nothing stands yet. Raises FileAlreadyExists and leaves both as
+/// they are when something does. Between file systems the data goes through a hidden name in the
+/// target's folder, so that the target's name never holds half a file.
+void moveFile(const QString &from, const QString &to);
+
+/// Gives the file another name in one atomic step, taking the place of a file of that name.
+/// Both must be on one file system. Without a source nothing happens to the target.
+void replaceFile(const QString &from, const QString &to);
+
+} // namespace platform

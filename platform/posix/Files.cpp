@@ -1,0 +1,137 @@
+#include "platform/Files.h"
+
+#include "platform/RuntimeError.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+using namespace Qt::StringLiterals;
+
+[[noreturn]] static void raiseSystemError(int code)
+{
+    switch (code) {
+    case ENOENT:
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    case EEXIST:
+        throw RuntimeError(ErrorNumber::FileAlreadyExists);
+    case ENOSPC:
+    case EDQUOT:
+        throw RuntimeError(ErrorNumber::DiskFull);
+    case EACCES:
+    case EPERM:
+        throw RuntimeError(ErrorNumber::PermissionDenied);
+    default:
+        throw RuntimeError(ErrorNumber::PathFileAccess);
+    }
+}
+
+static QString folderOf(const QString &path)
+{
+    return path.left(path.lastIndexOf(u'/') + 1);
+}
+
+static bool folderExists(const QString &folder)
+{
+    return folder.isEmpty() || QFileInfo(folder).isDir();
+}
+
+static void requireFolderOf(const QString &path)
+{
+    if (!folderExists(folderOf(path)))
+        throw RuntimeError(ErrorNumber::PathNotFound);
+}
+
+static void requireFile(const QString &path)
+{
+    requireFolderOf(path);
+    if (!fileExists(path))
+        throw RuntimeError(ErrorNumber::FileNotFound);
+}
+
+static void requireName(const QString &path)
+{
+    if (path.isEmpty() || path.endsWith(u'/'))
+        throw RuntimeError(ErrorNumber::PathFileAccess);
+}
+
+// Fails with EEXIST instead of replacing. Some file systems know no such rename; a second link
+// does the same there.
+static int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
+{
+    if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    if (link(from.constData(), to.constData()) != 0)
+        return errno;
+    unlink(from.constData());
+    return 0;
+}
+
+static void copyThenRename(const QByteArray &from, const QString &to)
+{
+    const QByteArray hidden = QFile::encodeName(
+        folderOf(to) + u".ostravelin-"_s + QString::number(getpid()) + u".part"_s);
+    std::error_code error;
+    std::filesystem::copy_file(from.constData(), hidden.constData(),
+                               std::filesystem::copy_options::overwrite_existing, error);
+    const int failure =
+        error ? error.value() : renameWithoutReplacing(hidden, QFile::encodeName(to));
+    if (failure != 0) {
+        unlink(hidden.constData());
+        raiseSystemError(failure);
+    }
+    unlink(from.constData());
+}
+
+bool fileExists(const QString &path)
+{
+    struct stat status = {};
+    return stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+void changeDirectory(const QString &folder)
+{
+    if (!folder.startsWith(u'/') || chdir(QFile::encodeName(folder).constData()) != 0)
+        throw RuntimeError(ErrorNumber::PathNotFound);
+}
+
+void deleteFile(const QString &path)
+{
+    requireFile(path);
+    if (unlink(QFile::encodeName(path).constData()) != 0)
+        raiseSystemError(errno);
+}
+
+void moveFile(const QString &from, const QString &to)
+{
+    requireFile(from);
+    requireName(to);
+    requireFolderOf(to);
+    const QByteArray source = QFile::encodeName(from);
+    const int failure = renameWithoutReplacing(source, QFile::encodeName(to));
+    if (failure == EXDEV)
+        copyThenRename(source, to);
+    else if (failure != 0)
+        raiseSystemError(failure);
+}
+
+void replaceFile(const QString &from, const QString &to)
+{
+    requireFile(from);
+    requireName(to);
+    requireFolderOf(to);
+    if (rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        raiseSystemError(errno);
+}
+
+} // namespace platform
