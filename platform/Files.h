@@ -26,4 +26,7 @@ void moveFile(const QString &from, const QString &to);
 /// Both must be on one file system. Without a source nothing happens to the target.
 void replaceFile(const QString &from, const QString &to);
 
+/// Adds the bytes at the end of a file, which is made when it is missing: all of them or none.
+void appendToFile(const QString &path, const QByteArray &bytes);
+
 } // namespace platform

@@ -17,6 +17,8 @@ static QString standardDescription(ErrorNumber number)
         return u"Division by zero"_s;
     case ErrorNumber::TypeMismatch:
         return u"Type mismatch"_s;
+    case ErrorNumber::InternalError:
+        return u"Internal error"_s;
     case ErrorNumber::FileNotFound:
         return u"File not found"_s;
     case ErrorNumber::FileAlreadyExists:

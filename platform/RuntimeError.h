@@ -12,6 +12,7 @@ enum class ErrorNumber : int {
     Overflow = 6,
     DivisionByZero = 11,
     TypeMismatch = 13,
+    InternalError = 51, ///< a failure that the program does not know by a number of its own
     FileNotFound = 53,
     FileAlreadyExists = 58,
     DiskFull = 61,

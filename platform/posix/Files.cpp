@@ -134,4 +134,23 @@ void replaceFile(const QString &from, const QString &to)
         raiseSystemError(errno);
 }
 
+void appendToFile(const QString &path, const QByteArray &bytes)
+{
+    requireFolderOf(path);
+    const int file = open(QFile::encodeName(path).constData(),
+                          O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (file < 0)
+        raiseSystemError(errno);
+    const off_t oldSize = lseek(file, 0, SEEK_END);
+    const ssize_t written = write(file, bytes.constData(), static_cast<size_t>(bytes.size()));
+    int failure = written < 0 ? errno : 0;
+    if (written >= 0 && written < bytes.size()) {
+        failure = ftruncate(file, oldSize) == 0 ? ENOSPC : errno;
+    }
+    if (close(file) != 0 && failure == 0)
+        failure = errno;
+    if (failure != 0)
+        raiseSystemError(failure);
+}
+
 } // namespace platform

@@ -1,0 +1,50 @@
+#include "app/ErrorReport.h"
+
+#include "app/ErrorTrap.h"
+#include "app/Module1.h"
+#include "platform/Host.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace app {
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using platform::RuntimeError;
+
+static std::function<void()> restingAction;
+static bool isEnding = false;
+
+void beforeErrorReport(std::function<void()> comeToRest)
+{
+    restingAction = std::move(comeToRest);
+}
+
+void endWithErrorReport(const RuntimeError &error)
+{
+    if (std::exchange(isEnding, true))
+        return;
+    if (restingAction)
+        restingAction();
+    const QString text =
+        u"Error %1: %2"_s.arg(static_cast<int>(error.number())).arg(error.description());
+    ErrorTrap().step([&] { WriteLog(error.description()); });
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(WindowTitle()), qUtf8Printable(text));
+    platform::host().showMessage(WindowTitle(), text, platform::MessageIcon::Critical);
+    platform::host().endProgram(1);
+}
+
+void handleEvent(const std::function<void()> &handler) noexcept
+{
+    try {
+        handler();
+    } catch (const RuntimeError &error) {
+        endWithErrorReport(error);
+    } catch (const std::exception &error) {
+        endWithErrorReport(RuntimeError(ErrorNumber::InternalError,
+                                        QString::fromLocal8Bit(error.what())));
+    }
+}
+
+} // namespace app

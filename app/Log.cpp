@@ -1,0 +1,39 @@
+#include "app/Module1.h"
+
+#include "platform/Files.h"
+#include "platform/Host.h"
+
+#include <QDir>
+
+#include <cstdio>
+
+namespace app {
+
+using namespace Qt::StringLiterals;
+
+QString logFilePath()
+{
+    return platform::host().programFolder() + QDir::separator() + u"OstravelinLog.txt"_s;
+}
+
+// "dd-mm-yy hh:mm:ss"
+static QString timeStamp(std::chrono::local_seconds moment)
+{
+    const auto day = std::chrono::floor<std::chrono::days>(moment);
+    const std::chrono::year_month_day date{day};
+    const std::chrono::hh_mm_ss time{moment - day};
+    return QString::asprintf("%02u-%02u-%02d %02d:%02d:%02d", static_cast<unsigned>(date.day()),
+                             static_cast<unsigned>(date.month()),
+                             static_cast<int>(date.year()) % 100,
+                             static_cast<int>(time.hours().count()),
+                             static_cast<int>(time.minutes().count()),
+                             static_cast<int>(time.seconds().count()));
+}
+
+void WriteLog(const QString &message)
+{
+    const QString line = timeStamp(platform::host().now()) + u" - "_s + message + u"\r\n"_s;
+    platform::appendToFile(logFilePath(), line.toLocal8Bit());
+}
+
+} // namespace app

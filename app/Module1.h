@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/FixedText.h"
+
+// The program's global unit: its settings, its folders, its log and its titles.
+namespace app {
+
+/// The settings in force. Each holds the text of its key, "?" when the key was missing, or blanks
+/// before the first LoadSettings().
+extern FixedText<200> sBestemmingsmap; ///< destination folder of the downloads
+extern FixedText<200> sSPCmap;         ///< folder that receives a copy of each SPC file
+extern FixedText<1> sSPC;              ///< "1": downloads become SPC files
+extern FixedText<1> sPreXP;            ///< "1": the batch watch works in its old mode
+
+/// The settings file's name in the settings directory.
+QString settingsFileName();
+
+/// A value of a settings file, at most 254 characters of it, or `defaultValue` when file, section
+/// or key is missing. Its surrounding blanks are gone.
+QString ReadIni(const QString &file, const QString &section, const QString &key,
+                const QString &defaultValue);
+
+/// Stores a value with its line breaks, while in the caller's `value` every carriage return and
+/// line feed becomes a blank. The asymmetry is deliberate. A failed write is not reported.
+void WriteIni(const QString &file, const QString &section, const QString &key, QString &value);
+
+/// Reads the four settings in force from the settings file.
+void LoadSettings();
+
+/// The folder of the settings file, without a separator at its end.
+QString WindowsFolder();
+
+/// The destination folder with one separator at its end, blanks at its ends dropped (in the
+/// setting as well). See folderWithSeparator().
+QString DestinationFolder();
+
+/// The same for the SPC folder.
+QString SpcFolder();
+
+/// The folder's text with a separator at its end; an empty text stays empty. The style follows
+/// the text. Behind a drive letter or a leading backslash it is "\", and a text that then ends in
+/// two of them is cut to its first three characters: "D:\" stays "D:\", but "D:\Audio\" becomes
+/// "D:\" as well, which is required. Any other text ends in exactly one native separator.
+QString folderWithSeparator(const QString &folder);
+
+/// Whether a file stands at the path.
+bool FileExists(const QString &path);
+
+/// The address with ":80" before its path, that is before the first "/" from the 8th character
+/// on, whatever stands there already. Raises InvalidProcedureCall when there is no such "/".
+QString AddPortToUrl(const QString &address);
+
+/// The activity log's path.
+QString logFilePath();
+
+/// Appends "dd-mm-yy hh:mm:ss - message" to the log in the program folder, creating it when it is
+/// missing. The file is open for the time of the call only, so that it is complete on disk at any
+/// moment. Raises what the file system refuses.
+void WriteLog(const QString &message);
+
+/// The program's title, a blank and its version, for example "Ostravelin 1.8.1".
+QString WindowTitle();
+
+} // namespace app

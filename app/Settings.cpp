@@ -1,0 +1,46 @@
+#include "app/Module1.h"
+
+#include "platform/Host.h"
+
+namespace app {
+
+using namespace Qt::StringLiterals;
+
+FixedText<200> sBestemmingsmap;
+FixedText<200> sSPCmap;
+FixedText<1> sSPC;
+FixedText<1> sPreXP;
+
+// The size of the buffer that a value is read into, its end mark included.
+static constexpr int valueSize = 255;
+
+QString settingsFileName()
+{
+    return u"Ostravelin.ini"_s;
+}
+
+QString ReadIni(const QString &file, const QString &section, const QString &key,
+                const QString &defaultValue)
+{
+    return platform::host().profileString(file, section, key, defaultValue, valueSize);
+}
+
+void WriteIni(const QString &file, const QString &section, const QString &key, QString &value)
+{
+    const QString written = value;
+    value.replace(u'\r', u' ').replace(u'\n', u' ');
+    platform::host().writeProfileString(file, section, key, written);
+}
+
+void LoadSettings()
+{
+    const auto setting = [](const QString &section, const QString &key) {
+        return ReadIni(settingsFileName(), section, key, u"?"_s);
+    };
+    sBestemmingsmap = setting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s);
+    sSPCmap = setting(u"Bestandsmappen"_s, u"SPCmap"_s);
+    sSPC = setting(u"Opties"_s, u"SPC"_s);
+    sPreXP = setting(u"Opties"_s, u"preXP"_s);
+}
+
+} // namespace app

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+
+namespace platform {
+
+enum class MessageIcon { Information, Critical };
+
+/// The services of the operating system that the program depends on, and that a test replaces by
+/// ones with a clock of its own and prepared answers.
+class Host
+{
+public:
+    virtual ~Host() = default;
+
+    /// The local wall clock, in whole seconds.
+    virtual std::chrono::local_seconds now() const = 0;
+
+    /// Milliseconds since some fixed moment, as a signed 32-bit count that wraps.
+    virtual std::int32_t tickCount() const = 0;
+
+    /// Blocks the thread.
+    virtual void sleep(std::chrono::milliseconds duration) = 0;
+
+    /// The standard audible signal.
+    virtual void beep() = 0;
+
+    /// The folder that holds the executable, without a separator at its end.
+    virtual QString programFolder() const = 0;
+
+    /// The folder of settings files, without a separator at its end: the Windows directory, or the
+    /// user's configuration directory where there is none.
+    virtual QString settingsDirectory() const = 0;
+
+    /// The value of a key in a settings file of the settings directory: at most size - 1
+    /// characters of it, or of `defaultValue` when file, section or key is missing.
+    virtual QString profileString(const QString &file, const QString &section, const QString &key,
+                                  const QString &defaultValue, int size) const = 0;
+
+    /// Stores a value; file, section and key are made where they are missing. Returns whether the
+    /// file was written.
+    virtual bool writeProfileString(const QString &file, const QString &section,
+                                    const QString &key, const QString &value) = 0;
+
+    /// Opens a text file in the system's text editor and returns at once. `onFailure` is called,
+    /// now or later, when no editor could be started.
+    virtual void openTextEditor(const QString &path, std::function<void()> onFailure) = 0;
+
+    /// Shows a modal message with an OK button.
+    virtual void showMessage(const QString &title, const QString &text, MessageIcon icon) = 0;
+
+    /// Ends the process at once, without running anything that is still on the stack.
+    virtual void endProgram(int status) = 0;
+};
+
+/// The host in force. There must be one before the first call.
+Host &host();
+
+/// Puts `newHost` in force. It is not owned and must live as long as it is in force.
+void installHost(Host &newHost);
+
+} // namespace platform

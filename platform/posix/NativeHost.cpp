@@ -1,0 +1,107 @@
+#include "platform/NativeHost.h"
+
+#include "platform/posix/Profile.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <thread>
+
+namespace platform {
+
+using namespace Qt::StringLiterals;
+
+std::chrono::local_seconds NativeHost::now() const
+{
+    const std::time_t instant = std::time(nullptr);
+    std::tm local = {};
+    localtime_r(&instant, &local);
+    const std::chrono::year_month_day day{std::chrono::year{local.tm_year + 1900},
+                                          std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
+                                          std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
+    return std::chrono::local_days{day} + std::chrono::hours{local.tm_hour}
+           + std::chrono::minutes{local.tm_min} + std::chrono::seconds{local.tm_sec};
+}
+
+std::int32_t NativeHost::tickCount() const
+{
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count();
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(count)); // wraps on purpose
+}
+
+void NativeHost::sleep(std::chrono::milliseconds duration)
+{
+    std::this_thread::sleep_for(duration);
+}
+
+void NativeHost::beep()
+{
+    QApplication::beep();
+}
+
+QString NativeHost::programFolder() const
+{
+    return QCoreApplication::applicationDirPath();
+}
+
+QString NativeHost::settingsDirectory() const
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
+QString NativeHost::profileString(const QString &file, const QString &section, const QString &key,
+                                  const QString &defaultValue, int size) const
+{
+    return readProfile(settingsDirectory() + u'/' + file, section, key, defaultValue, size);
+}
+
+bool NativeHost::writeProfileString(const QString &file, const QString &section,
+                                    const QString &key, const QString &value)
+{
+    return writeProfile(settingsDirectory() + u'/' + file, section, key, value);
+}
+
+// The desktop knows the user's text editor. Its opener ends with a status other than 0 when there
+// is none.
+void NativeHost::openTextEditor(const QString &path, std::function<void()> onFailure)
+{
+    auto *opener = new QProcess(qApp);
+    QObject::connect(opener, &QProcess::errorOccurred, opener,
+                     [opener, onFailure](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart) {
+                             opener->deleteLater();
+                             onFailure();
+                         }
+                     });
+    QObject::connect(opener, &QProcess::finished, opener, [opener, onFailure](int status) {
+        opener->deleteLater();
+        if (status != 0)
+            onFailure();
+    });
+    opener->setStandardInputFile(QProcess::nullDevice());
+    opener->start(u"xdg-open"_s, {path});
+}
+
+void NativeHost::showMessage(const QString &title, const QString &text, MessageIcon icon)
+{
+    QMessageBox box(icon == MessageIcon::Critical ? QMessageBox::Critical
+                                                  : QMessageBox::Information,
+                    title, text, QMessageBox::Ok, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+void NativeHost::endProgram(int status)
+{
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+} // namespace platform
