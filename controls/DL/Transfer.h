@@ -1,0 +1,62 @@
+#pragma once
+
+#include "controls/DL/Limits.h"
+#include "controls/DL/TemporaryFile.h"
+
+#include <QNetworkReply>
+#include <QObject>
+#include <QTimer>
+#include <QUrl>
+
+#include <memory>
+#include <vector>
+
+class QNetworkAccessManager;
+
+namespace controls {
+
+/// One address being read into a temporary file. Destroying it, at any moment, ends it without a
+/// notice; its notices come from the event loop, never from inside the constructor.
+class Transfer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Starts reading. An address that cannot be fetched only shows in the counts at the end.
+    /// Raises PathFileAccess when no temporary file can be made.
+    Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits &limits);
+
+    /// Bytes that stand in the file; 0 when closing it failed.
+    qint32 stored() const { return m_stored; }
+
+    /// The length that the server announced; 0 for none, or for one that does not fit here.
+    qint32 announced() const { return m_announced; }
+
+    /// The file, closed once the transfer has ended.
+    std::unique_ptr<TemporaryFile> takeFile() { return std::move(m_file); }
+
+Q_SIGNALS:
+    /// After each stored block.
+    void progressed();
+    /// Once, when there is nothing more to come.
+    void ended();
+
+private:
+    void storeArrived();
+    void storeLast();
+    void endIfSlow();
+    void end();
+
+    qint64 mostBytes() const;
+
+    const Limits m_limits;
+    std::unique_ptr<TemporaryFile> m_file = std::make_unique<TemporaryFile>();
+    std::unique_ptr<QNetworkReply> m_reply; ///< null once the transfer has ended
+    std::vector<char> m_block;
+    QTimer m_period;
+    qint32 m_stored = 0;
+    qint32 m_storedBefore = 0; ///< when the period began
+    qint32 m_announced = 0;
+};
+
+} // namespace controls

@@ -1,0 +1,184 @@
+#include "tests/support/Station.h"
+
+#include <QNetworkProxy>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QUrl>
+
+#include <chrono>
+#include <sys/socket.h>
+
+namespace testing_support {
+
+using namespace std::chrono_literals;
+
+constexpr int SlicesPerSecond = 20;
+
+static QByteArray headOf(const Answer &answer)
+{
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n";
+    if (answer.framing == Framing::Chunked)
+        head += "Transfer-Encoding: chunked\r\n";
+    if (answer.framing == Framing::Length)
+        head +=
+            "Content-Length: " + QByteArray::number(answer.announced.value_or(answer.body.size())) +
+            "\r\n";
+    for (const QByteArray &line : answer.headers)
+        head += line + "\r\n";
+    return head + "\r\n";
+}
+
+static QByteArray chunked(const QByteArray &body)
+{
+    constexpr qsizetype ChunkBytes = 1000;
+    QByteArray chunks;
+    for (qsizetype at = 0; at < body.size(); at += ChunkBytes) {
+        const QByteArray chunk = body.mid(at, ChunkBytes);
+        chunks += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
+    }
+    return chunks + "0\r\n\r\n";
+}
+
+static QByteArray bodyOf(const Answer &answer)
+{
+    const QByteArray body = answer.framing == Framing::Chunked ? chunked(answer.body) : answer.body;
+    return body.left(answer.cutAfter.value_or(body.size()));
+}
+
+static Request requestFrom(const QByteArray &head)
+{
+    QByteArrayList lines = head.split('\n');
+    const QByteArrayList words = lines.takeFirst().simplified().split(' ');
+    Request request{words.value(0), words.value(1)};
+    for (const QByteArray &line : lines) {
+        const qsizetype colon = line.indexOf(':');
+        if (colon > 0)
+            request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
+    }
+    return request;
+}
+
+static void reset(QTcpSocket &socket)
+{
+    const linger atOnce{.l_onoff = 1, .l_linger = 0};
+    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
+               sizeof atOnce);
+    socket.abort();
+}
+
+// Serves one client: its requests one after the other, each answer at its own speed.
+class Client : public QObject
+{
+public:
+    Client(QTcpSocket *socket, Station &station)
+        : QObject(socket)
+        , m_socket(*socket)
+        , m_station(station)
+    {
+        m_slice.setInterval(1000ms / SlicesPerSecond);
+        connect(&m_slice, &QTimer::timeout, this, [this] { send(m_bytesPerSlice); });
+        connect(socket, &QTcpSocket::readyRead, this, &Client::take);
+        connect(socket, &QTcpSocket::bytesWritten, this, &Client::endWhenSent);
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    }
+
+private:
+    void take()
+    {
+        m_received += m_socket.readAll();
+        qsizetype end = 0;
+        while ((end = m_received.indexOf("\r\n\r\n")) >= 0) {
+            const Request request = requestFrom(m_received.left(end));
+            m_received.remove(0, end + 4);
+            start(m_station.answerTo(request));
+        }
+    }
+
+    void start(const Answer &answer)
+    {
+        m_ending = answer.ending;
+        m_socket.write(answer.raw ? *answer.raw : headOf(answer));
+        m_unsent = answer.raw ? QByteArray() : bodyOf(answer);
+        m_bytesPerSlice = qMax(1, answer.bytesPerSecond / SlicesPerSecond);
+        if (answer.bytesPerSecond > 0)
+            m_slice.start();
+        else
+            send(m_unsent.size());
+    }
+
+    void send(qsizetype size)
+    {
+        m_socket.write(m_unsent.left(size));
+        m_unsent.remove(0, size);
+        if (m_unsent.isEmpty()) {
+            m_slice.stop();
+            endWhenSent();
+        }
+    }
+
+    void endWhenSent()
+    {
+        if (!m_unsent.isEmpty() || m_socket.bytesToWrite() > 0)
+            return;
+        if (m_ending == Ending::Close)
+            m_socket.disconnectFromHost();
+        else if (m_ending == Ending::Reset)
+            reset(m_socket);
+    }
+
+    QTcpSocket &m_socket;
+    Station &m_station;
+    QByteArray m_received;
+    QByteArray m_unsent;
+    Ending m_ending = Ending::KeepOpen;
+    int m_bytesPerSlice = 0;
+    QTimer m_slice;
+};
+
+QByteArray Request::path() const
+{
+    const QUrl url = QUrl::fromEncoded(target);
+    return url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
+}
+
+Station::Station(quint16 port)
+{
+    m_server.setProxy(QNetworkProxy::NoProxy);
+    m_server.listen(QHostAddress::LocalHost, port);
+    connect(&m_server, &QTcpServer::newConnection, this, [this] {
+        while (QTcpSocket *socket = m_server.nextPendingConnection())
+            new Client(socket, *this);
+    });
+}
+
+Station::~Station()
+{
+    if (m_isProxy)
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+}
+
+QString Station::url(const QString &path)
+{
+    return QLatin1String("http://station.example") + path;
+}
+
+void Station::routeHere()
+{
+    QNetworkProxy::setApplicationProxy(
+        QNetworkProxy(QNetworkProxy::HttpProxy, m_server.serverAddress().toString(), port()));
+    m_isProxy = true;
+}
+
+void Station::answer(const QString &path, const Answer &answer)
+{
+    m_answers.insert(path.toUtf8(), answer);
+}
+
+const Answer &Station::answerTo(const Request &request)
+{
+    m_requests.push_back(request);
+    const auto answer = m_answers.constFind(request.path());
+    return answer == m_answers.constEnd() ? m_others : *answer;
+}
+
+} // namespace testing_support
