@@ -1,5 +1,4 @@
 #include "app/Module1.h"
-
 #include "platform/RuntimeError.h"
 
 namespace app {

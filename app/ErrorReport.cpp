@@ -42,8 +42,8 @@ void handleEvent(const std::function<void()> &handler) noexcept
     } catch (const RuntimeError &error) {
         endWithErrorReport(error);
     } catch (const std::exception &error) {
-        endWithErrorReport(RuntimeError(ErrorNumber::InternalError,
-                                        QString::fromLocal8Bit(error.what())));
+        endWithErrorReport(
+            RuntimeError(ErrorNumber::InternalError, QString::fromLocal8Bit(error.what())));
     }
 }
 

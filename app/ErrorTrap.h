@@ -19,8 +19,7 @@ public:
     /// Lets errors of this number out, for a handler that has an answer of its own to them.
     explicit ErrorTrap(platform::ErrorNumber letOut)
         : m_letOut(letOut)
-    {
-    }
+    {}
 
     /// Runs one step. Returns whether it reached its end.
     bool step(const std::function<void()> &action) const;

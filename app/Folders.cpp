@@ -1,5 +1,4 @@
 #include "app/Module1.h"
-
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "platform/Text.h"

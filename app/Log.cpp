@@ -1,5 +1,4 @@
 #include "app/Module1.h"
-
 #include "platform/Files.h"
 #include "platform/Host.h"
 
@@ -22,12 +21,11 @@ static QString timeStamp(std::chrono::local_seconds moment)
     const auto day = std::chrono::floor<std::chrono::days>(moment);
     const std::chrono::year_month_day date{day};
     const std::chrono::hh_mm_ss time{moment - day};
-    return QString::asprintf("%02u-%02u-%02d %02d:%02d:%02d", static_cast<unsigned>(date.day()),
-                             static_cast<unsigned>(date.month()),
-                             static_cast<int>(date.year()) % 100,
-                             static_cast<int>(time.hours().count()),
-                             static_cast<int>(time.minutes().count()),
-                             static_cast<int>(time.seconds().count()));
+    return QString::asprintf(
+        "%02u-%02u-%02d %02d:%02d:%02d", static_cast<unsigned>(date.day()),
+        static_cast<unsigned>(date.month()), static_cast<int>(date.year()) % 100,
+        static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+        static_cast<int>(time.seconds().count()));
 }
 
 void WriteLog(const QString &message)

@@ -1,5 +1,4 @@
 #include "app/Module1.h"
-
 #include "app/Version.h"
 
 namespace app {

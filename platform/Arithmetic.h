@@ -46,8 +46,8 @@ template <std::integral Target>
 Target roundedHalfToEven(double value)
 {
     const double rounded = std::nearbyint(value);
-    if (!(rounded >= std::numeric_limits<Target>::min()
-          && rounded <= std::numeric_limits<Target>::max()))
+    if (!(rounded >= std::numeric_limits<Target>::min() &&
+          rounded <= std::numeric_limits<Target>::max()))
         throw RuntimeError(ErrorNumber::Overflow);
     return static_cast<Target>(rounded);
 }

@@ -43,8 +43,8 @@ public:
 
     /// Stores a value; file, section and key are made where they are missing. Returns whether the
     /// file was written.
-    virtual bool writeProfileString(const QString &file, const QString &section,
-                                    const QString &key, const QString &value) = 0;
+    virtual bool writeProfileString(const QString &file, const QString &section, const QString &key,
+                                    const QString &value) = 0;
 
     /// Opens a text file in the system's text editor and returns at once. `onFailure` is called,
     /// now or later, when no editor could be started.

@@ -21,6 +21,12 @@ public:
     void openTextEditor(const QString &path, std::function<void()> onFailure) override;
     void showMessage(const QString &title, const QString &text, MessageIcon icon) override;
     void endProgram(int status) override;
+
+private:
+    // The latest reading of the clock: a search through all slots asks thousands of times within
+    // a second.
+    mutable std::int64_t m_instant = 0;
+    mutable std::chrono::local_seconds m_local{};
 };
 
 } // namespace platform

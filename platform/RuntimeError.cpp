@@ -59,14 +59,12 @@ static QString standardDescription(ErrorNumber number)
 
 RuntimeError::RuntimeError(ErrorNumber number)
     : RuntimeError(number, standardDescription(number))
-{
-}
+{}
 
 RuntimeError::RuntimeError(ErrorNumber number, QString description)
     : m_number(number)
     , m_description(std::move(description))
     , m_what(m_description.toUtf8())
-{
-}
+{}
 
 } // namespace platform

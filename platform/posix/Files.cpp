@@ -79,8 +79,8 @@ static int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
 
 static void copyThenRename(const QByteArray &from, const QString &to)
 {
-    const QByteArray hidden = QFile::encodeName(
-        folderOf(to) + u".ostravelin-"_s + QString::number(getpid()) + u".part"_s);
+    const QByteArray hidden = QFile::encodeName(folderOf(to) + u".ostravelin-"_s +
+                                                QString::number(getpid()) + u".part"_s);
     std::error_code error;
     std::filesystem::copy_file(from.constData(), hidden.constData(),
                                std::filesystem::copy_options::overwrite_existing, error);
@@ -137,8 +137,8 @@ void replaceFile(const QString &from, const QString &to)
 void appendToFile(const QString &path, const QByteArray &bytes)
 {
     requireFolderOf(path);
-    const int file = open(QFile::encodeName(path).constData(),
-                          O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    const int file =
+        open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
     if (file < 0)
         raiseSystemError(errno);
     const off_t oldSize = lseek(file, 0, SEEK_END);

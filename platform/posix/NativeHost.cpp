@@ -17,16 +17,26 @@ namespace platform {
 
 using namespace Qt::StringLiterals;
 
+static std::chrono::local_seconds localTime(std::time_t instant)
+{
+    std::tm local = {};
+    localtime_r(&instant, &local);
+    const std::chrono::year_month_day day{
+        std::chrono::year{local.tm_year + 1900},
+        std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
+        std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
+    return std::chrono::local_days{day} + std::chrono::hours{local.tm_hour} +
+           std::chrono::minutes{local.tm_min} + std::chrono::seconds{local.tm_sec};
+}
+
 std::chrono::local_seconds NativeHost::now() const
 {
     const std::time_t instant = std::time(nullptr);
-    std::tm local = {};
-    localtime_r(&instant, &local);
-    const std::chrono::year_month_day day{std::chrono::year{local.tm_year + 1900},
-                                          std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
-                                          std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
-    return std::chrono::local_days{day} + std::chrono::hours{local.tm_hour}
-           + std::chrono::minutes{local.tm_min} + std::chrono::seconds{local.tm_sec};
+    if (instant != m_instant) {
+        m_instant = instant;
+        m_local = localTime(instant);
+    }
+    return m_local;
 }
 
 std::int32_t NativeHost::tickCount() const
@@ -62,8 +72,8 @@ QString NativeHost::profileString(const QString &file, const QString &section, c
     return readProfile(settingsDirectory() + u'/' + file, section, key, defaultValue, size);
 }
 
-bool NativeHost::writeProfileString(const QString &file, const QString &section,
-                                    const QString &key, const QString &value)
+bool NativeHost::writeProfileString(const QString &file, const QString &section, const QString &key,
+                                    const QString &value)
 {
     return writeProfile(settingsDirectory() + u'/' + file, section, key, value);
 }

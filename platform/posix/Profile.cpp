@@ -44,15 +44,15 @@ static bool isSectionLine(const QString &line)
 static bool isSectionLineOf(const QString &line, const QString &section)
 {
     const qsizetype end = line.lastIndexOf(u']');
-    return isSectionLine(line) && end > 0
-           && line.mid(1, end - 1).trimmed().compare(section.trimmed(), Qt::CaseInsensitive) == 0;
+    return isSectionLine(line) && end > 0 &&
+           line.mid(1, end - 1).trimmed().compare(section.trimmed(), Qt::CaseInsensitive) == 0;
 }
 
 static bool isKeyLineOf(const QString &line, const QString &key)
 {
     const qsizetype equals = line.indexOf(u'=');
-    return equals > 0 && !line.startsWith(u';')
-           && line.left(equals).trimmed().compare(key.trimmed(), Qt::CaseInsensitive) == 0;
+    return equals > 0 && !line.startsWith(u';') &&
+           line.left(equals).trimmed().compare(key.trimmed(), Qt::CaseInsensitive) == 0;
 }
 
 // Where a key stands, or would be added.
@@ -83,8 +83,8 @@ static Place findPlace(const Lines &lines, const QString &section, const QString
 
 static QString unquoted(const QString &value)
 {
-    const bool quoted = value.size() >= 2 && value.front() == value.back()
-                        && (value.front() == u'"' || value.front() == u'\'');
+    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
+                        (value.front() == u'"' || value.front() == u'\'');
     return quoted ? value.mid(1, value.size() - 2) : value;
 }
 
@@ -92,7 +92,8 @@ static QString cut(const QString &value, qsizetype length)
 {
     if (value.size() <= length)
         return value;
-    return value.left(value[length - 1].isHighSurrogate() ? length - 1 : length);
+    const bool splits = length > 0 && value[length - 1].isHighSurrogate();
+    return value.left(splits ? length - 1 : length);
 }
 
 QString readProfile(const QString &path, const QString &section, const QString &key,
@@ -113,8 +114,7 @@ static QByteArray lineEndOf(const Lines &lines)
                : "\r\n";
 }
 
-static void setValue(Lines &lines, const QString &section, const QString &key,
-                     const QString &value)
+static void setValue(Lines &lines, const QString &section, const QString &key, const QString &value)
 {
     const QByteArray lineEnd = lineEndOf(lines);
     const QString untilNul = value.left(value.indexOf(QChar::Null)); // as of any C text

@@ -1,0 +1,58 @@
+#include "app/ErrorReport.h"
+#include "app/ErrorTrap.h"
+#include "app/Module1.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Print.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+using namespace app;
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using platform::RuntimeError;
+using testing_support::FakeHost;
+using testing_support::fileBytes;
+
+static void fail()
+{
+    throw RuntimeError(ErrorNumber::FileNotFound);
+}
+
+TEST(ErrorTrap, LogsAndGoesOn)
+{
+    FakeHost host;
+    QDir().mkpath(host.programFolder());
+    const ErrorTrap trap;
+    EXPECT_FALSE(trap.step(fail));
+    EXPECT_TRUE(trap.step([] {}));
+    EXPECT_TRUE(fileBytes(logFilePath()).endsWith(" - File not found\r\n"));
+}
+
+TEST(ErrorTrap, GoesOnWithoutALog)
+{
+    FakeHost host;
+    EXPECT_FALSE(ErrorTrap().step(fail));
+}
+
+TEST(ErrorTrap, LetsOneNumberOut)
+{
+    FakeHost host;
+    EXPECT_THROW(ErrorTrap(ErrorNumber::FileNotFound).step(fail), RuntimeError);
+    EXPECT_FALSE(ErrorTrap(ErrorNumber::PathNotFound).step(fail));
+}
+
+TEST(ErrorReport, ComesToRestTellsOnceAndEnds)
+{
+    FakeHost host;
+    QDir().mkpath(host.programFolder());
+    QStringList rested;
+    beforeErrorReport([&] { rested << u"rested"_s; });
+    handleEvent([] { throw std::runtime_error("unforeseen"); });
+    handleEvent(fail); // meanwhile
+    EXPECT_EQ(rested.size(), 1);
+    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 51: unforeseen"_s});
+    EXPECT_EQ(host.endings, QList<int>{1});
+    EXPECT_EQ(fileBytes(logFilePath()).count('\n'), 1);
+}

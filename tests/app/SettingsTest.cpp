@@ -1,0 +1,67 @@
+#include "app/Module1.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Print.h"
+
+#include <gtest/gtest.h>
+
+using namespace app;
+using namespace Qt::StringLiterals;
+using testing_support::FakeHost;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+
+static QString settingsPath(const FakeHost &host)
+{
+    return host.settingsDirectory() + u"/Ostravelin.ini"_s;
+}
+
+TEST(Settings, AreBlankThenReadThenQuestionMarksWhenMissing)
+{
+    FakeHost host;
+    EXPECT_EQ(sSPCmap.text(), QString(200, u' '));
+
+    makeFile(settingsPath(host), "[bestandsmappen]\nbestemmingsmap=" + QByteArray(300, 'd') +
+                                     "\nSPCmap=/spc\n[Opties]\nSPC=10\npreXP=1\n");
+    LoadSettings();
+    EXPECT_EQ(sBestemmingsmap.text(), QString(200, u'd'));
+    EXPECT_EQ(sSPCmap.text(), u"/spc"_s + QString(196, u' '));
+    EXPECT_EQ(sSPC.text(), u"1"_s);
+    EXPECT_EQ(sPreXP.text(), u"1"_s);
+
+    makeFile(settingsPath(host), {});
+    LoadSettings();
+    EXPECT_EQ(sBestemmingsmap.text(), u"?"_s + QString(199, u' '));
+    EXPECT_EQ(sSPC.text(), u"?"_s);
+}
+
+TEST(Settings, AWrittenValueKeepsTheLineBreakThatTheCallersVariableLoses)
+{
+    FakeHost host;
+    QString value = u"a\r\nb"_s;
+    WriteIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, value);
+    EXPECT_EQ(value, u"a  b"_s);
+    EXPECT_EQ(fileBytes(settingsPath(host)), "[Bestandsmappen]\r\nSPCmap=a\r\nb\r\n");
+    EXPECT_EQ(ReadIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, u"?"_s), u"a"_s);
+}
+
+TEST(Settings, AFailedWriteIsNotReported)
+{
+    FakeHost host;
+    makeFile(host.settingsDirectory(), "a file in the folder's place");
+    QString value = u"v"_s;
+    EXPECT_NO_THROW(WriteIni(settingsFileName(), u"Opties"_s, u"SPC"_s, value));
+}
+
+TEST(FixedText, CutsPadsAndNeverSplitsACharacter)
+{
+    FixedText<4> text;
+    text = u"abcdef"_s;
+    EXPECT_EQ(text.text(), u"abcd"_s);
+    text = u"abc🎵"_s;
+    EXPECT_EQ(text.text(), u"abc "_s);
+}
+
+TEST(Title, NamesTheProgramAndItsVersion)
+{
+    EXPECT_EQ(WindowTitle(), u"Ostravelin 1.8.1"_s);
+}

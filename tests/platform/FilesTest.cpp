@@ -1,0 +1,135 @@
+#include "platform/Files.h"
+
+#include "platform/RuntimeError.h"
+#include "tests/support/Errors.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Print.h"
+
+#include <QDir>
+#include <QStorageInfo>
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+using namespace platform;
+using namespace Qt::StringLiterals;
+using testing_support::errorOf;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+
+namespace {
+
+class Files : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        makeFile(at(u"new"_s), "new");
+        makeFile(at(u"old"_s), "old");
+        QDir(root.path()).mkdir(u"folder"_s);
+    }
+
+    QString at(const QString &name) const { return root.path() + u'/' + name; }
+
+    QTemporaryDir root;
+};
+
+} // namespace
+
+TEST_F(Files, OnlyRegularFilesExist)
+{
+    const std::pair<QString, bool> cases[] = {{at(u"old"_s), true},     {at(u"none"_s), false},
+                                              {at(u"folder"_s), false}, {at(u""_s), false},
+                                              {at(u"old/x"_s), false},  {u""_s, false},
+                                              {at(u"*"_s), false}};
+    for (const auto &[path, exists] : cases)
+        EXPECT_EQ(fileExists(path), exists) << path.toStdString();
+}
+
+TEST_F(Files, RefusedOperationsNameTheirReasonAndChangeNothing)
+{
+    const QString oldFile = at(u"old"_s);
+    const QString newFile = at(u"new"_s);
+    const struct
+    {
+        const char *what;
+        std::function<void()> action;
+        ErrorNumber error;
+    } cases[] = {
+        {"delete missing", [&] { deleteFile(at(u"none"_s)); }, ErrorNumber::FileNotFound},
+        {"delete in missing folder", [&] { deleteFile(at(u"none/x"_s)); },
+         ErrorNumber::PathNotFound},
+        {"delete folder", [&] { deleteFile(at(u"folder"_s)); }, ErrorNumber::FileNotFound},
+        {"delete all", [&] { deleteFile(at(u"*"_s)); }, ErrorNumber::FileNotFound},
+        {"delete nameless", [&] { deleteFile(at(u""_s)); }, ErrorNumber::FileNotFound},
+        {"move onto a file", [&] { moveFile(newFile, oldFile); }, ErrorNumber::FileAlreadyExists},
+        {"move onto a folder", [&] { moveFile(newFile, at(u"folder"_s)); },
+         ErrorNumber::FileAlreadyExists},
+        {"move to no name", [&] { moveFile(newFile, at(u"folder/"_s)); },
+         ErrorNumber::PathFileAccess},
+        {"move to missing folder", [&] { moveFile(newFile, at(u"none/x"_s)); },
+         ErrorNumber::PathNotFound},
+        {"replace without source", [&] { replaceFile(at(u"none"_s), oldFile); },
+         ErrorNumber::FileNotFound},
+        {"replace by a folder", [&] { replaceFile(at(u"folder"_s), oldFile); },
+         ErrorNumber::FileNotFound},
+        {"replace a folder", [&] { replaceFile(newFile, at(u"folder"_s)); },
+         ErrorNumber::PathFileAccess},
+        {"append in missing folder", [&] { appendToFile(at(u"none/x"_s), "x"); },
+         ErrorNumber::PathNotFound},
+        {"append to folder", [&] { appendToFile(at(u"folder"_s), "x"); },
+         ErrorNumber::PathFileAccess},
+        {"go to a missing folder", [&] { changeDirectory(at(u"none"_s)); },
+         ErrorNumber::PathNotFound},
+        {"go to no folder", [] { changeDirectory(u""_s); }, ErrorNumber::PathNotFound},
+        {"go to a relative folder", [] { changeDirectory(u"."_s); }, ErrorNumber::PathNotFound},
+    };
+    for (const auto &[what, action, error] : cases)
+        EXPECT_EQ(errorOf(action), error) << what;
+    EXPECT_EQ(fileBytes(oldFile), "old");
+    EXPECT_EQ(fileBytes(newFile), "new");
+    EXPECT_EQ(QDir(root.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              (QStringList{u"folder"_s, u"new"_s, u"old"_s}));
+}
+
+TEST_F(Files, MovesReplacesAndDeletes)
+{
+    moveFile(at(u"new"_s), at(u"folder/moved"_s));
+    replaceFile(at(u"folder/moved"_s), at(u"old"_s));
+    EXPECT_EQ(fileBytes(at(u"old"_s)), "new");
+    EXPECT_FALSE(fileExists(at(u"folder/moved"_s)));
+    deleteFile(at(u"old"_s));
+    EXPECT_FALSE(fileExists(at(u"old"_s)));
+}
+
+TEST_F(Files, MovesBetweenFileSystemsWithoutLeftovers)
+{
+    QTemporaryDir memory(u"/dev/shm/files-test-XXXXXX"_s);
+    if (!memory.isValid() ||
+        QStorageInfo(memory.path()).device() == QStorageInfo(root.path()).device())
+        GTEST_SKIP() << "no second file system";
+    moveFile(at(u"new"_s), memory.filePath(u"moved"_s));
+    EXPECT_EQ(fileBytes(memory.filePath(u"moved"_s)), "new");
+    EXPECT_FALSE(fileExists(at(u"new"_s)));
+    EXPECT_EQ(QDir(memory.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{u"moved"_s});
+    EXPECT_THROW(moveFile(at(u"old"_s), memory.filePath(u"moved"_s)), RuntimeError);
+    EXPECT_EQ(fileBytes(memory.filePath(u"moved"_s)), "new");
+    EXPECT_EQ(fileBytes(at(u"old"_s)), "old");
+}
+
+TEST_F(Files, AppendsAllOrNothing)
+{
+    appendToFile(at(u"old"_s), "er");
+    EXPECT_EQ(fileBytes(at(u"old"_s)), "older");
+
+    std::signal(SIGXFSZ, SIG_IGN); // a file size limit stands for a disk that is full
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit atMost8 = {8, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &atMost8);
+    EXPECT_THROW(appendToFile(at(u"old"_s), "and wiser"), RuntimeError);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(fileBytes(at(u"old"_s)), "older");
+}

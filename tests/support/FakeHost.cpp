@@ -1,0 +1,46 @@
+#include "tests/support/FakeHost.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace testing_support {
+
+void FakeHost::sleep(std::chrono::milliseconds duration)
+{
+    sleeps << duration;
+    if (onSleep)
+        onSleep(duration);
+    clock += std::chrono::floor<std::chrono::seconds>(duration);
+    ticks += static_cast<std::int32_t>(duration.count());
+}
+
+void FakeHost::openTextEditor(const QString &path, std::function<void()> onFailure)
+{
+    openedInEditor << path;
+    if (!hasEditor)
+        onFailure();
+}
+
+void FakeHost::showMessage(const QString &title, const QString &text, platform::MessageIcon)
+{
+    messages << title + QStringLiteral(" | ") + text;
+}
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void makeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    file.write(bytes);
+}
+
+} // namespace testing_support

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/NativeHost.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace testing_support {
+
+/// A host in force for a test's life: a clock and a tick counter that only the test and sleep()
+/// move, folders of its own, and a record of what was asked of it. Settings files are real ones.
+class FakeHost : public platform::NativeHost
+{
+public:
+    FakeHost() { platform::installHost(*this); }
+
+    std::chrono::local_seconds clock{};
+    std::int32_t ticks = 0;
+    std::function<void(std::chrono::milliseconds)> onSleep; ///< called before the clock moves
+
+    QList<std::chrono::milliseconds> sleeps;
+    int beeps = 0;
+    QStringList messages; ///< "title | text"
+    QStringList openedInEditor;
+    bool hasEditor = true;
+    QList<int> endings; ///< the statuses that the program was to end with
+
+    /// A folder of the test's own; "program" and "settings" are in it.
+    QString folder() const { return m_folder.path(); }
+
+    std::chrono::local_seconds now() const override { return clock; }
+    std::int32_t tickCount() const override { return ticks; }
+    void sleep(std::chrono::milliseconds duration) override;
+    void beep() override { ++beeps; }
+    QString programFolder() const override { return folder() + QStringLiteral("/program"); }
+    QString settingsDirectory() const override { return folder() + QStringLiteral("/settings"); }
+    void openTextEditor(const QString &path, std::function<void()> onFailure) override;
+    void showMessage(const QString &title, const QString &text,
+                     platform::MessageIcon icon) override;
+    void endProgram(int status) override { endings << status; }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// A moment of the local clock.
+constexpr std::chrono::local_seconds moment(int year, unsigned month, unsigned day, int hour = 0,
+                                            int minute = 0, int second = 0)
+{
+    using namespace std::chrono;
+    return local_days{year_month_day{std::chrono::year{year}, std::chrono::month{month},
+                                     std::chrono::day{day}}} +
+           hours{hour} + minutes{minute} + seconds{second};
+}
+
+/// A file's bytes, or an empty array when there is none.
+QByteArray fileBytes(const QString &path);
+
+/// Makes a file, with its folder, that holds the bytes.
+void makeFile(const QString &path, const QByteArray &bytes);
+
+} // namespace testing_support
