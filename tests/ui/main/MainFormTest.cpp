@@ -1,0 +1,134 @@
+#include "tests/ui/main/MainFormTest.h"
+
+#include "app/Module1.h"
+#include "store/TaskStore.h"
+#include "tests/support/Print.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+using testing_support::moment;
+
+MainFormTest::MainFormTest()
+{
+    QDir().mkpath(host.programFolder() + u"/database"_s);
+    QDir().mkpath(destination({}));
+    QFile::copy(QStringLiteral(EMPTY_DATABASE),
+                host.programFolder() + u"/database/ostravelin.mdb"_s);
+    makeFile(host.settingsDirectory() + u"/Ostravelin.ini"_s,
+             "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toUtf8() + '\n');
+    app::LoadSettings();
+    store::OpenDatabase(host.programFolder());
+    host.clock = moment(2026, 3, 4, 10);
+    host.onSleep = [this](auto) { statusesDuringPauses << status(); };
+    station.routeHere();
+}
+
+void MainFormTest::execute(const QString &statement)
+{
+    store::dbConnection.execute(statement);
+}
+
+void MainFormTest::addTask(const QString &name, const QString &address, const QString &fileName,
+                           int minute, bool active)
+{
+    execute(u"INSERT INTO Opdrachtgegevens VALUES ('%1', '%2', '%3', %4, %5)"_s
+                .arg(name, address, fileName)
+                .arg(minute)
+                .arg(active));
+}
+
+void MainFormTest::addSlot(const QString &name, int day, int hour)
+{
+    execute(u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(name).arg(day).arg(hour));
+}
+
+void MainFormTest::addTaskAt(std::chrono::local_seconds due, const QString &name,
+                             const QString &path, const QString &fileName)
+{
+    const auto day = std::chrono::floor<std::chrono::days>(due);
+    const std::chrono::hh_mm_ss time(due - day);
+    addTask(name, testing_support::Station::url(path), fileName,
+            static_cast<int>(time.minutes().count()));
+    addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
+            static_cast<int>(time.hours().count()));
+}
+
+void MainFormTest::openForm(ui::MenuWindows windows)
+{
+    form = std::make_unique<ui::MainForm>(std::move(windows));
+    form->findChild<QTimer *>(u"Timer1"_s)->setInterval(std::chrono::hours(1));
+    form->show();
+}
+
+void MainFormTest::tick()
+{
+    QMetaObject::invokeMethod(form->findChild<QTimer *>(u"Timer1"_s), "timeout");
+}
+
+void MainFormTest::runRecomputeLater()
+{
+    auto *timer = form->findChild<QTimer *>(u"RecomputeLater"_s);
+    if (timer->isActive())
+        QMetaObject::invokeMethod(timer, "timeout");
+}
+
+void MainFormTest::runDownload()
+{
+    QSignalSpy completed(form->findChild<controls::DL *>(), &controls::DL::Completed);
+    host.clock = form->DownloadEntry.DownloadTime;
+    tick();
+    if (completed.isEmpty())
+        completed.wait();
+    ASSERT_EQ(completed.size(), 1);
+}
+
+QString MainFormTest::labelText(const QString &name) const
+{
+    return form->findChild<QLabel *>(name)->text();
+}
+
+QString MainFormTest::labelColour(const QString &name) const
+{
+    return form->findChild<QLabel *>(name)->palette().color(QPalette::WindowText).name();
+}
+
+bool MainFormTest::canUse(const QString &entry) const
+{
+    if (const auto *menu = form->findChild<QMenu *>(entry))
+        return menu->menuAction()->isEnabled();
+    return form->findChild<QAction *>(entry)->isEnabled();
+}
+
+bool MainFormTest::waitsForRecompute() const
+{
+    return form->findChild<QTimer *>(u"RecomputeLater"_s)->isActive();
+}
+
+QStringList MainFormTest::log() const
+{
+    QStringList lines = QString::fromUtf8(fileBytes(app::logFilePath())).split(u"\r\n"_s);
+    lines.removeLast();
+    for (QString &line : lines)
+        line.remove(0, u"dd-mm-yy hh:mm:ss - "_s.size());
+    return lines;
+}
+
+QString MainFormTest::destination(const QString &name) const
+{
+    return host.folder() + u"/audio/"_s + name;
+}
+
+QStringList MainFormTest::destinationFiles() const
+{
+    return QDir(destination({}))
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "controls/DL/DL.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Station.h"
+#include "ui/main/MainForm.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+/// The main window on a database, settings and a station of its own. The clock starts on
+/// Wednesday, 4 March 2026, 10:00:00 and stands until the test moves it.
+class MainFormTest : public testing::Test
+{
+protected:
+    MainFormTest();
+
+    /// Fills the database; before openForm or between computations.
+    void execute(const QString &statement);
+    void addTask(const QString &name, const QString &address, const QString &fileName,
+                 int minute = 0, bool active = true);
+    void addSlot(const QString &name, int day, int hour);
+    /// A task whose one slot is at `due`.
+    void addTaskAt(std::chrono::local_seconds due, const QString &name, const QString &path,
+                   const QString &fileName);
+
+    void openForm(ui::MenuWindows windows = {});
+
+    /// One tick of the countdown.
+    void tick();
+    /// One run of the timer that repeats a failed computation, if it waits.
+    void runRecomputeLater();
+    /// Moves the clock to the pending moment, ticks, and waits until the download has ended and
+    /// the next one was looked up.
+    void runDownload();
+
+    QString labelText(const QString &name) const;
+    QString labelColour(const QString &name) const;
+    QString status() const { return labelText(QStringLiteral("StatusBar1Panel1")); }
+    bool canUse(const QString &entry) const;
+    bool waitsForRecompute() const;
+
+    /// The log's lines without their time stamps.
+    QStringList log() const;
+    QString destination(const QString &name) const;
+    QStringList destinationFiles() const;
+
+    testing_support::FakeHost host;
+    testing_support::Station station;
+    std::unique_ptr<ui::MainForm> form;
+    QStringList statusesDuringPauses;
+};

@@ -1,0 +1,87 @@
+#include "app/Module1.h"
+#include "tests/support/Print.h"
+#include "tests/ui/main/MainFormTest.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+using testing_support::fileBytes;
+using testing_support::moment;
+
+using MainWindow = MainFormTest;
+
+TEST_F(MainWindow, HasItsControlsAndTitles)
+{
+    openForm();
+    EXPECT_EQ(form->windowTitle(), u"Ostravelin 1.8.1"_s);
+    EXPECT_EQ(form->findChild<QGroupBox *>(u"Frame1"_s)->title(), u"Download Countdown"_s);
+    for (const QString &name : {u"Label1"_s, u"Label2"_s, u"Label3"_s, u"Label4"_s, u"pBar"_s,
+                                u"ctlDownload"_s, u"StatusBar1"_s, u"Shape1"_s, u"Shape2"_s,
+                                u"Line1"_s, u"Line2"_s, u"Line3"_s, u"Line4"_s})
+        EXPECT_TRUE(form->findChild<QWidget *>(name)) << name.toStdString();
+}
+
+TEST_F(MainWindow, MenusAppearWithTheirWindowsAndOpenThem)
+{
+    QStringList opened;
+    const auto note = [&](const QString &name) { return [&, name] { opened << name; }; };
+    openForm({.taskList = note(u"list"_s),
+              .forcedDownload = note(u"force"_s),
+              .options = note(u"options"_s),
+              .about = note(u"about"_s)});
+    const std::pair<QString, QString> entries[] = {{u"mnuMutaties"_s, u"&Mutations"_s},
+                                                   {u"mnuForceDownload"_s, u"&Forced download"_s},
+                                                   {u"mnuOpties"_s, u"O&ptions"_s},
+                                                   {u"mnuInfo"_s, u"&Info"_s}};
+    for (const auto &[name, caption] : entries) {
+        auto *entry = form->findChild<QAction *>(name);
+        EXPECT_EQ(entry->text(), caption);
+        EXPECT_TRUE(entry->isVisible());
+        entry->trigger();
+    }
+    EXPECT_EQ(opened, (QStringList{u"list"_s, u"force"_s, u"options"_s, u"about"_s}));
+
+    openForm();
+    for (const auto &[name, caption] : entries)
+        EXPECT_FALSE(form->findChild<QAction *>(name)->isVisible());
+}
+
+TEST_F(MainWindow, TheCountdownStandsStillWhileTheTaskListIsOpen)
+{
+    bool counted = true;
+    openForm({.taskList = [&] {
+        counted = form->findChild<QTimer *>(u"Timer1"_s)->isActive();
+        addTaskAt(moment(2026, 3, 4, 11), u"New"_s, u"/new"_s, u"new"_s);
+    }});
+    form->findChild<QAction *>(u"mnuMutaties"_s)->trigger();
+    EXPECT_FALSE(counted);
+    EXPECT_TRUE(form->findChild<QTimer *>(u"Timer1"_s)->isActive());
+    EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
+}
+
+TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
+{
+    openForm();
+    auto *entry = form->findChild<QAction *>(u"mnuLogbestand"_s);
+    EXPECT_EQ(entry->text(), u"&Logfile"_s);
+    entry->trigger();
+    EXPECT_TRUE(QFile::exists(app::logFilePath()));
+    EXPECT_EQ(host.openedInEditor, QStringList{app::logFilePath()});
+    EXPECT_EQ(host.messages, QStringList{});
+
+    host.hasEditor = false;
+    entry->trigger();
+    ASSERT_EQ(host.messages.size(), 1);
+    EXPECT_TRUE(host.messages[0].contains(app::logFilePath()));
+}
+
+TEST_F(MainWindow, AnErrorInAMenuWindowIsReported)
+{
+    openForm({.about = [] { throw platform::RuntimeError(platform::ErrorNumber::NoCurrentRow); }});
+    form->findChild<QAction *>(u"mnuInfo"_s)->trigger();
+    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
+    EXPECT_EQ(host.endings, QList{1});
+}

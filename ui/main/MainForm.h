@@ -1,0 +1,110 @@
+#pragma once
+
+#include "platform/Boolean.h"
+#include "ui/main/DownloadRecord.h"
+#include "ui/main/MenuWindows.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <chrono>
+
+class QGroupBox;
+class QLabel;
+
+namespace app {
+class ErrorTrap;
+}
+namespace controls {
+class DL;
+class PB;
+} // namespace controls
+
+namespace ui {
+
+/// Whether the pending or running download was asked for by hand. Cleared when it ends.
+extern platform::Boolean ForcedDownload;
+
+/// The program's one long-lived window: the clock, the pending download and the countdown to it,
+/// the progress of a running one. It starts each download on time and looks up the next one when
+/// it has ended, in whatever way. The database must be open before it is made.
+class MainForm : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainForm(MenuWindows windows = {});
+    ~MainForm() override;
+
+    /// The pending download.
+    DownloadRecord DownloadEntry;
+
+    /// Finds the next download, arms it and shows it, or shows that there is none.
+    void ZoekVolgende();
+
+    /// Sets whether the task menu and the options entry can be used.
+    void mnuInstelling(platform::Boolean bVal);
+
+private:
+    // MainFormControls.cpp
+    void makeControls();
+    QWidget *makeCountdownFrame();
+    QWidget *makeDownloadFrame();
+
+    // MainForm.cpp
+    void makeMenus();
+    void connectEvents();
+    void showStatus(const QString &text);
+    void pause(std::chrono::milliseconds duration);
+    void comeToRest();
+    void mnuMutaties_Click();
+    void mnuLogbestand_Click();
+
+    // NextDownload.cpp
+    bool findNextDownload();
+    void showPending();
+    void showNoTask();
+
+    // Countdown.cpp
+    void Timer1_Timer();
+    void showClock();
+    void showNextDownload();
+    void showSecondsToGo();
+    bool isDue() const;
+    void startDownload(const app::ErrorTrap &trap);
+    void skipForMissingFolder();
+
+    // Outcome.cpp
+    void ctlDownload_Progress(qint32 DownloadedBytes, qint32 TotalBytes);
+    void ctlDownload_Completed(qint32 DownloadedBytes, qint32 TotalBytes);
+    void endFailedDownload(qint32 DownloadedBytes, const app::ErrorTrap &trap);
+    void endSuccessfulDownload(qint32 DownloadedBytes, qint32 TotalBytes,
+                               const app::ErrorTrap &trap);
+    void logSuccess(qint32 DownloadedBytes, qint32 TotalBytes, const QString &suffix) const;
+    void keepUnderTaskFileName() const;
+
+    MenuWindows m_windows;
+
+    QTimer *Timer1;         // countdown and trigger
+    QTimer *RecomputeLater; // the next attempt after one that could not arm anything
+
+    QLabel *Label1;        // clock: hours and minutes
+    QLabel *Label2;        // clock: seconds
+    QLabel *Label3;        // seconds until the pending download
+    QLabel *Label4;        // its moment and task
+    QLabel *m_statusPanel; // panel 1 of StatusBar1
+    QGroupBox *frameDownload;
+    controls::PB *pBar;
+    controls::DL *ctlDownload;
+    QMenu *mnuOpdrachten;
+    QAction *mnuOpties;
+
+    std::int32_t DownloadStartTick = 0; // milliseconds of the tick counter
+    std::int32_t DownloadEndTick = 0;
+};
+
+/// Dispatches what waits for the window (timers, downloads, painting). User input is left for
+/// later, so that no window opens in the middle of a handler.
+void letPendingMessagesRun();
+
+} // namespace ui

@@ -1,0 +1,142 @@
+#include "controls/DL/DL.h"
+#include "controls/PB/PB.h"
+#include "ui/main/MainForm.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QStatusBar>
+
+// How the main window's controls are made and laid out.
+namespace ui {
+
+using namespace Qt::StringLiterals;
+
+template <typename Control, typename... Arguments>
+static Control *named(const QString &name, Arguments... arguments)
+{
+    auto *control = new Control(arguments...);
+    control->setObjectName(name);
+    return control;
+}
+
+static QLabel *makeLabel(const QString &name, const QString &meaning)
+{
+    auto *label = named<QLabel>(name);
+    label->setAccessibleName(meaning);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+// A label for figures that are read from afar. Its room is that of its widest text, so that
+// nothing beside it moves when the text changes.
+static QLabel *makeFigures(const QString &name, const QString &meaning, const QString &family,
+                           int points, const QString &widestText)
+{
+    QLabel *label = makeLabel(name, meaning);
+    QFont font(family, points, QFont::Bold);
+    font.setStyleHint(QFont::SansSerif);
+    label->setFont(font);
+    label->setText(widestText);
+    label->setFixedSize(label->sizeHint());
+    label->clear();
+    return label;
+}
+
+static QFrame *makeShape(const QString &name, QLayout *content)
+{
+    auto *shape = named<QFrame>(name);
+    shape->setFrameShape(QFrame::StyledPanel);
+    shape->setAutoFillBackground(true);
+    shape->setBackgroundRole(QPalette::Base);
+    shape->setLayout(content);
+    return shape;
+}
+
+static QFrame *makeLine(const QString &name, QFrame::Shape direction)
+{
+    auto *line = named<QFrame>(name);
+    line->setFrameShape(direction);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+void MainForm::makeControls()
+{
+    Timer1 = named<QTimer>(u"Timer1"_s, this);
+    RecomputeLater = named<QTimer>(u"RecomputeLater"_s, this);
+    RecomputeLater->setSingleShot(true);
+    ctlDownload = named<controls::DL>(u"ctlDownload"_s, this);
+    ctlDownload->hide();
+
+    auto *content = new QVBoxLayout;
+    content->addWidget(makeLine(u"Line1"_s, QFrame::HLine));
+    content->addWidget(makeCountdownFrame());
+    content->addWidget(makeDownloadFrame());
+    content->addStretch();
+    content->addWidget(makeLine(u"Line4"_s, QFrame::HLine));
+    auto *central = new QWidget;
+    central->setLayout(content);
+    setCentralWidget(central);
+
+    m_statusPanel = makeLabel(u"StatusBar1Panel1"_s, u"Status"_s);
+    auto *StatusBar1 = named<QStatusBar>(u"StatusBar1"_s);
+    StatusBar1->addWidget(m_statusPanel, 1);
+    setStatusBar(StatusBar1);
+}
+
+QWidget *MainForm::makeCountdownFrame()
+{
+    Label1 = makeFigures(u"Label1"_s, u"Hours and minutes"_s, u"Tahoma"_s, 30, u"88:88"_s);
+    Label2 = makeFigures(u"Label2"_s, u"Seconds"_s, u"Tahoma"_s, 18, u"88"_s);
+    Label3 = makeFigures(u"Label3"_s, u"Seconds until the next download"_s, u"MS Sans Serif"_s, 24,
+                         u"8888888"_s);
+    Label3->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
+    auto *figures = new QHBoxLayout;
+    figures->addWidget(Label1);
+    figures->addWidget(Label2);
+    figures->addStretch();
+    figures->addWidget(makeLine(u"Line2"_s, QFrame::VLine));
+    figures->addWidget(Label3);
+
+    Label4 = makeLabel(u"Label4"_s, u"Next download"_s);
+    QFont bold = Label4->font();
+    bold.setPointSize(12);
+    bold.setBold(true);
+    Label4->setFont(bold);
+    auto *next = new QHBoxLayout;
+    next->addWidget(Label4);
+    QFrame *Shape2 = makeShape(u"Shape2"_s, next);
+    // The green and red of Label4 are given; on white they can be read in a dark theme as well.
+    QPalette light = Shape2->palette();
+    light.setColor(QPalette::Base, Qt::white);
+    Shape2->setPalette(light);
+
+    auto *content = new QVBoxLayout;
+    content->addWidget(makeShape(u"Shape1"_s, figures));
+    content->addWidget(makeLine(u"Line3"_s, QFrame::HLine));
+    content->addWidget(Shape2);
+    auto *Frame1 = named<QGroupBox>(u"Frame1"_s, u"Download Countdown"_s);
+    Frame1->setLayout(content);
+    return Frame1;
+}
+
+QWidget *MainForm::makeDownloadFrame()
+{
+    pBar = named<controls::PB>(u"pBar"_s);
+    pBar->setAccessibleName(u"Progress of the download"_s);
+    pBar->setFixedHeight(2 * fontMetrics().height());
+    QSizePolicy keepsItsRoom = pBar->sizePolicy();
+    keepsItsRoom.setHorizontalPolicy(QSizePolicy::Expanding);
+    keepsItsRoom.setRetainSizeWhenHidden(true);
+    pBar->setSizePolicy(keepsItsRoom);
+
+    auto *content = new QVBoxLayout;
+    content->addWidget(pBar);
+    frameDownload = named<QGroupBox>(u"frameDownload"_s);
+    frameDownload->setLayout(content);
+    return frameDownload;
+}
+
+} // namespace ui

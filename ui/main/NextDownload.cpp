@@ -1,0 +1,146 @@
+#include "app/ErrorTrap.h"
+#include "controls/PB/PB.h"
+#include "platform/Host.h"
+#include "platform/Text.h"
+#include "store/Statements.h"
+#include "store/TaskStore.h"
+#include "ui/main/MainForm.h"
+#include "ui/main/NextSlot.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+
+namespace ui {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using platform::Boolean;
+
+// A failed computation arms nothing, so it is tried again after this while.
+static constexpr auto retryAfterFailure = 60s;
+
+namespace {
+
+// The scheduler's query as a series of slots. A row that cannot be read whole is logged and
+// skipped whole, so that one task's name never meets another one's address.
+class TaskSlotRows : public SlotRows
+{
+public:
+    TaskSlotRows(store::Recordset &rows, const app::ErrorTrap &trap)
+        : m_rows(rows)
+        , m_trap(trap)
+        , m_day(rows.fieldIndex(u"Dagen"_s))
+        , m_hour(rows.fieldIndex(u"Uren"_s))
+        , m_minute(rows.fieldIndex(u"minuten"_s))
+        , m_texts{rows.fieldIndex(u"Opdrachtgegevens.Opdrachtnaam"_s),
+                  rows.fieldIndex(u"Download_adres"_s), rows.fieldIndex(u"Filenaam"_s)}
+    {}
+
+    void moveFirst() override { m_rows.moveFirst(); }
+    void moveNext() override { m_rows.moveNext(); }
+    bool atEnd() const override { return m_rows.atEnd(); }
+
+    std::optional<WeekSlot> slot() override
+    {
+        std::optional<WeekSlot> slot;
+        m_trap.step([&] { slot = readWhole(); });
+        return slot;
+    }
+
+    void fill(DownloadRecord &record) const
+    {
+        record.Opdracht = m_rows.value(m_texts[0]).toText();
+        record.DownloadAdres = platform::trimmedBlanks(m_rows.value(m_texts[1]).toText());
+        record.spcFilenaam = m_rows.value(m_texts[2]).toText();
+        record.cutFilenaam();
+    }
+
+private:
+    WeekSlot readWhole() const
+    {
+        for (const int text : m_texts)
+            if (m_rows.value(text).isEmpty())
+                throw platform::RuntimeError(platform::ErrorNumber::InvalidUseOfNull);
+        return {m_rows.value(m_day).toInteger(), m_rows.value(m_hour).toInteger(),
+                m_rows.value(m_minute).toInteger()};
+    }
+
+    store::Recordset &m_rows;
+    const app::ErrorTrap &m_trap;
+    int m_day;
+    int m_hour;
+    int m_minute;
+    int m_texts[3];
+};
+
+} // namespace
+
+void MainForm::ZoekVolgende()
+{
+    RecomputeLater->stop();
+    const app::ErrorTrap trap;
+    frameDownload->setTitle(u"Next Download"_s);
+    pBar->hide();
+    showStatus({});
+    DownloadEntry.DownloadTime = {};
+    mnuInstelling(Boolean::True);
+
+    bool found = false;
+    const bool searched = trap.step([&] { found = findNextDownload(); });
+    if (found)
+        showPending();
+    else
+        showNoTask();
+    if (store::rsOpdrachten->isOpen())
+        trap.step([] { store::rsOpdrachten->close(); });
+    if (!searched)
+        RecomputeLater->start(retryAfterFailure);
+}
+
+bool MainForm::findNextDownload()
+{
+    const app::ErrorTrap trap;
+    store::Recordset &rows = *store::rsOpdrachten;
+    rows.setSource(store::scheduleStatement());
+    rows.open();
+    if (rows.recordCount() <= 0)
+        return false;
+    TaskSlotRows slots_(rows, trap);
+    const auto chosen = chooseSlot(slots_, [] { return platform::host().now(); });
+    if (!chosen)
+        return false;
+    rows.setAbsolutePosition(chosen->row + 1);
+    slots_.fill(DownloadEntry);
+    DownloadEntry.DownloadTime = chosen->moment;
+    return true;
+}
+
+void MainForm::showPending()
+{
+    QPalette palette = Label4->palette();
+    palette.setColor(QPalette::WindowText, QColor(0x00, 0x80, 0x00));
+    Label4->setPalette(palette);
+    DownloadEntry.DownloadFlag = Boolean::True;
+}
+
+void MainForm::showNoTask()
+{
+    Label3->clear();
+    QPalette palette = Label4->palette();
+    palette.setColor(QPalette::WindowText, QColor(0xFF, 0x00, 0x00));
+    Label4->setPalette(palette);
+    Label4->setText(u"No tasks"_s);
+    DownloadEntry.DownloadFlag = Boolean::False;
+}
+
+void MainForm::mnuInstelling(Boolean bVal)
+{
+    const bool enabled = bVal == Boolean::True;
+    if (!enabled)
+        mnuOpdrachten->close(); // an open menu would still take a click
+    mnuOpdrachten->menuAction()->setEnabled(enabled);
+    mnuOpties->setEnabled(enabled);
+}
+
+} // namespace ui
