@@ -1,0 +1,353 @@
+#include "controls/PB/PB.h"
+
+#include "tests/support/Errors.h"
+#include "tests/support/Print.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using controls::PB;
+using platform::ErrorNumber;
+using testing_support::errorOf;
+
+namespace {
+
+constexpr quint32 Black = 0x000000;
+constexpr quint32 White = 0xFFFFFF;
+constexpr quint32 Orange = 0x0080FF; // 0x00BBGGRR
+const QRgb OrangePixel = qRgb(0xFF, 0x80, 0x00);
+const QRgb WhitePixel = qRgb(0xFF, 0xFF, 0xFF);
+
+/// An orange bar on white in black letters, 200 by 30 without a border.
+std::unique_ptr<PB> makeBar()
+{
+    auto bar = std::make_unique<PB>();
+    bar->resize(200, 30);
+    bar->setBorderStyle(0);
+    bar->setForeColor(Black);
+    bar->setBackColor(White);
+    bar->setFillColor(Orange);
+    bar->setCaptionStyle(controls::captionStyle::None);
+    return bar;
+}
+
+QImage picture(PB &bar)
+{
+    return bar.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// The columns of the left edge that are orange from top to bottom, in the control's own pixels,
+/// or -1 when something else than white follows.
+int barWidth(PB &bar)
+{
+    const QImage image = picture(bar);
+    const auto columnIs = [&image](int x, QRgb colour) {
+        for (int y = 0; y < image.height(); ++y) {
+            if (image.pixel(x, y) != colour)
+                return false;
+        }
+        return true;
+    };
+    int x = 0;
+    while (x < image.width() && columnIs(x, OrangePixel))
+        ++x;
+    for (int rest = x; rest < image.width(); ++rest) {
+        if (!columnIs(rest, WhitePixel))
+            return -1;
+    }
+    return qRound(x / image.devicePixelRatio());
+}
+
+} // namespace
+
+TEST(PB, NewInstance)
+{
+    PB bar;
+    EXPECT_EQ(bar.Max(), 100);
+    EXPECT_EQ(bar.Min(), 0);
+    EXPECT_EQ(bar.value(), 0);
+    EXPECT_EQ(bar.FillColor(), 0xFF0000U);
+    EXPECT_EQ(bar.CaptionStyle(), 2);
+    EXPECT_EQ(bar.Caption(), u""_s);
+    EXPECT_TRUE(bar.Enabled());
+    EXPECT_EQ(bar.BorderStyle(), 1);
+}
+
+TEST(PB, BarReachesAsFarAsTheValueInItsRange)
+{
+    constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
+    constexpr qint32 Highest = std::numeric_limits<qint32>::max();
+    struct Case
+    {
+        qint32 min, max, value, drawn;
+        int width;
+    };
+    const auto cases = std::to_array<Case>({
+        {0, 100, 0, 0, 0},
+        {0, 100, 1, 1, 2},
+        {0, 100, 50, 50, 100},
+        {0, 100, 100, 100, 200},
+        {0, 100, 101, 100, 200},
+        {0, 100, -1, 0, 0},
+        {-50, 150, 0, 0, 50},
+        {1000, 1004, 1003, 1003, 150},
+        {Lowest, Highest, Highest, Highest, 200},
+        {Lowest, Highest, 0, 0, 100},
+        // Max is looked at first: in a reversed range each value is cut to one of the ends.
+        {100, 0, 40, 0, 200},
+        {100, 0, -40, 100, 0},
+    });
+    const auto bar = makeBar();
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.value << " from " << c.min << " to " << c.max);
+        bar->setMin(c.min);
+        bar->setMax(c.max);
+        qint32 value = c.value;
+        bar->setValue(value);
+        EXPECT_EQ(value, c.drawn);
+        EXPECT_EQ(bar->value(), c.value);
+        EXPECT_EQ(barWidth(*bar), c.width);
+    }
+}
+
+TEST(PB, CaptionFollowsTheStyle)
+{
+    struct Case
+    {
+        qint32 style;
+        QString caption;
+        qint32 min, max, value;
+        QString shown;
+    };
+    const auto cases = std::to_array<Case>({
+        {0, u"Hourly"_s, 0, 100, 45, u""_s},
+        {1, u"Hourly"_s, 0, 100, 45, u"Hourly"_s},
+        {1, u""_s, 0, 100, 45, u""_s},
+        {2, u"Hourly"_s, 0, 100, 45, u"45%"_s},
+        {3, u""_s, 0, 100, 45, u"45%"_s},
+        {3, u"Hourly"_s, 0, 100, 45, u"Hourly 45%"_s},
+        {-7, u"Hourly"_s, 0, 100, 45, u"Hourly 45%"_s},
+        {4, u""_s, 0, 100, 45, u"45%"_s},
+        {3, u"  Hourly "_s, 0, 100, 45, u"Hourly 45%"_s},
+        {2, u""_s, 0, 100, 250, u"100%"_s},
+        {2, u""_s, 0, 100, -250, u"0%"_s},
+        {2, u""_s, 0, 8, 1, u"13%"_s},      // 12.5: a half goes up
+        {2, u""_s, 0, 8, 3, u"38%"_s},      // 37.5
+        {2, u""_s, 0, 200, 57, u"29%"_s},   // 28.5, which is not exact in binary
+        {2, u""_s, 0, 1000, 284, u"28%"_s}, // 28.4
+        {2, u""_s, -50, 150, 0, u"25%"_s},
+    });
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << "style " << c.style << ", value " << c.value);
+        const auto bar = makeBar();
+        bar->setCaptionStyle(c.style);
+        bar->setCaption(c.caption);
+        bar->setMin(c.min);
+        bar->setMax(c.max);
+        bar->setValue(c.value);
+        const QImage shown = picture(*bar);
+
+        bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
+        bar->setCaption(c.shown);
+        bar->setValue(c.value);
+        EXPECT_EQ(shown, picture(*bar));
+    }
+}
+
+TEST(PB, CaptionIsCentredInTheControlsFont)
+{
+    const auto bar = makeBar();
+    QFont font;
+    font.setPixelSize(20);
+    bar->setCaptionFont(font);
+    bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
+    bar->setCaption(u"HHH"_s);
+    bar->setValue(0);
+
+    const QImage image = picture(*bar);
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != WhitePixel)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    const double ratio = image.devicePixelRatio();
+    EXPECT_NEAR(ink.center().x() / ratio, 100, 2);
+    EXPECT_NEAR(ink.center().y() / ratio, 15, 3);
+    EXPECT_GT(ink.height() / ratio, 12); // a capital of a 20 pixel font
+}
+
+TEST(PB, CaptionIsInvertedUnderTheBarAndPlainBesideIt)
+{
+    const auto bar = makeBar();
+    bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
+    bar->setCaption(u"MMMMMMMM"_s);
+    bar->setValue(0);
+    const QImage plain = picture(*bar);
+    bar->setValue(50);
+    const QImage half = picture(*bar);
+
+    int letters = 0;
+    for (int y = 0; y < plain.height(); ++y) {
+        for (int x = 0; x < plain.width(); ++x) {
+            const QRgb under = plain.pixel(x, y);
+            const QRgb inverted = 0xFF000000 | (under ^ WhitePixel ^ OrangePixel);
+            const bool covered = x < plain.width() / 2;
+            ASSERT_EQ(half.pixel(x, y), covered ? inverted : under) << x << ", " << y;
+            letters += under != WhitePixel && covered;
+        }
+    }
+    EXPECT_GT(letters, 50);
+}
+
+TEST(PB, OnlyAssigningValueDraws)
+{
+    const std::vector<std::pair<const char *, QVariant>> changes = {
+        {"Max", 400},         {"Min", -400},         {"CaptionStyle", 1},   {"Caption", u"Daily"_s},
+        {"FillColor", Black}, {"ForeColor", Orange}, {"BackColor", Orange},
+    };
+    for (const auto &[property, changed] : changes) {
+        SCOPED_TRACE(property);
+        const auto bar = makeBar();
+        bar->setCaptionStyle(3);
+        bar->setCaption(u"Hourly"_s);
+        bar->setValue(40);
+        const QImage before = picture(*bar);
+
+        bar->setProperty(property, changed);
+        bar->Refresh();
+        EXPECT_EQ(picture(*bar), before);
+
+        bar->setValue(40);
+        EXPECT_NE(picture(*bar), before);
+    }
+}
+
+TEST(PB, ResizedControlKeepsItsPictureWithBackgroundAround)
+{
+    const auto bar = makeBar();
+    bar->setValue(100);
+    bar->show();
+    bar->resize(300, 30);
+    EXPECT_EQ(bar->findChild<QWidget *>(u"picProgress"_s)->size(), QSize(300, 30));
+    EXPECT_EQ(barWidth(*bar), 200);
+    bar->setValue(100);
+    EXPECT_EQ(barWidth(*bar), 300);
+}
+
+TEST(PB, EmptyRangeRaisesAndLeavesAnEmptyPicture)
+{
+    for (const auto &[style, error] : {std::pair{0, ErrorNumber::InvalidPropertyValue},
+                                       {1, ErrorNumber::InvalidPropertyValue},
+                                       {2, ErrorNumber::DivisionByZero},
+                                       {3, ErrorNumber::DivisionByZero}}) {
+        SCOPED_TRACE(style);
+        const auto bar = makeBar();
+        bar->setValue(60);
+        bar->setMin(100);
+        bar->setCaptionStyle(style);
+        bar->setCaption(u"Hourly"_s);
+        qint32 value = 130;
+        EXPECT_EQ(errorOf([&] { bar->setValue(value); }), error);
+        EXPECT_EQ(value, 100);
+        EXPECT_EQ(bar->value(), 130);
+        EXPECT_EQ(barWidth(*bar), 0);
+    }
+}
+
+TEST(PB, NumbersBeyond16BitsOverflow)
+{
+    const auto bar = makeBar();
+    for (const qint32 number : {32768, -32769}) {
+        EXPECT_EQ(errorOf([&] { bar->setCaptionStyle(number); }), ErrorNumber::Overflow);
+        EXPECT_EQ(errorOf([&] { bar->setAppearance(number); }), ErrorNumber::Overflow);
+    }
+    EXPECT_EQ(bar->CaptionStyle(), 0);
+    EXPECT_EQ(bar->Appearance(), 1);
+    bar->setCaptionStyle(-32768);
+    EXPECT_EQ(bar->CaptionStyle(), -32768);
+}
+
+TEST(PB, FractionsGoToTheNearestWholeNumberHalvesToTheEvenOne)
+{
+    const auto bar = makeBar();
+    for (const auto &[given, whole] :
+         {std::pair{12.5, 12}, {13.5, 14}, {12.6, 13}, {-0.5, 0}, {99.5, 100}}) {
+        bar->setValue(given);
+        EXPECT_EQ(bar->value(), whole) << given;
+        bar->setValue(-1);
+        EXPECT_TRUE(bar->setProperty("value", given));
+        EXPECT_EQ(bar->property("value").toInt(), whole) << given;
+    }
+    EXPECT_EQ(errorOf([&] { bar->setValue(2147483648.0); }), ErrorNumber::Overflow);
+}
+
+TEST(PB, EveryPropertyButValueTellsTheHost)
+{
+    const std::vector<std::pair<const char *, QVariant>> properties = {
+        {"Appearance", 0},    {"Caption", u"Hourly"_s}, {"Max", 200},
+        {"Min", 10},          {"Enabled", false},       {"BorderStyle", 1},
+        {"CaptionStyle", 3},  {"CaptionFont", QFont()}, {"FillColor", 0x10U},
+        {"ForeColor", 0x20U}, {"BackColor", 0x30U},
+    };
+    const auto bar = makeBar();
+    const QSignalSpy changed(bar.get(), &PB::propertyChanged);
+    for (const auto &[name, value] : properties) {
+        const auto before = changed.count();
+        EXPECT_TRUE(bar->setProperty(name, value)) << name;
+        EXPECT_EQ(bar->property(name), value) << name;
+        EXPECT_EQ(changed.count(), before + 1) << name;
+    }
+    const auto before = changed.count();
+    bar->setValue(50);
+    EXPECT_EQ(changed.count(), before);
+}
+
+TEST(PB, EnabledIsThatOfThePictureOnly)
+{
+    const auto bar = makeBar();
+    bar->setEnabled(false);
+    EXPECT_FALSE(bar->findChild<QWidget *>(u"picProgress"_s)->isEnabled());
+    EXPECT_TRUE(bar->isEnabled());
+}
+
+TEST(PB, BorderFramesThePictureInside)
+{
+    const auto bar = makeBar();
+    bar->setAppearance(0);
+    bar->setBorderStyle(1);
+    bar->setValue(100);
+    const QImage image = picture(*bar);
+    const int one = qRound(image.devicePixelRatio());
+    EXPECT_NE(image.pixel(0, image.height() / 2), OrangePixel);
+    EXPECT_EQ(image.pixel(one, image.height() / 2), OrangePixel);
+    EXPECT_EQ(image.pixel(image.width() - one - 1, image.height() / 2), OrangePixel);
+    EXPECT_NE(image.pixel(image.width() - 1, image.height() / 2), OrangePixel);
+}
+
+TEST(PB, IsAProgressBarToAssistiveTechnology)
+{
+    const auto bar = makeBar();
+    bar->setCaption(u"Hourly"_s);
+    bar->setMin(10);
+    bar->setValue(170);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(bar.get());
+    ASSERT_TRUE(accessible);
+    EXPECT_EQ(accessible->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Hourly"_s);
+    ASSERT_TRUE(accessible->valueInterface());
+    EXPECT_EQ(accessible->valueInterface()->minimumValue().toInt(), 10);
+    EXPECT_EQ(accessible->valueInterface()->maximumValue().toInt(), 100);
+    EXPECT_EQ(accessible->valueInterface()->currentValue().toInt(), 100);
+    bar->setAccessibleName(u"Progress"_s);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Progress"_s);
+}
