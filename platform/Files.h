@@ -26,6 +26,15 @@ void moveFile(const QString &from, const QString &to);
 /// Both must be on one file system. Without a source nothing happens to the target.
 void replaceFile(const QString &from, const QString &to);
 
+/// Copies a file, taking the place of a file of the target's name in one atomic step.
+void copyFile(const QString &from, const QString &to);
+
+/// Writes a file that holds the bytes, in place of one of that name.
+void writeFile(const QString &path, const QByteArray &bytes);
+
+/// The size of a file in bytes.
+qint64 fileSize(const QString &path);
+
 /// Adds the bytes at the end of a file, which is made when it is missing: all of them or none.
 void appendToFile(const QString &path, const QByteArray &bytes);
 

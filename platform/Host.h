@@ -8,6 +8,22 @@
 
 namespace platform {
 
+/// The concatenation of two files into a third, all in one folder, as a process of its own.
+struct ConcatenationBatch
+{
+    QString folder;    ///< with a separator at its end
+    QString batchFile; ///< the name of the batch that holds the command
+    QString header;    ///< the name of the file whose bytes come first
+    QString audio;     ///< the name of the file whose bytes follow
+    QString output;    ///< the name of the resulting file, which may be one that exists
+};
+
+/// By what a batch is known from outside.
+enum class BatchWindow {
+    Running, ///< the console window of a command that runs
+    Finished ///< the console window of the batch, once it has ended
+};
+
 enum class MessageIcon { Information, Critical };
 
 /// The services of the operating system that the program depends on, and that a test replaces by
@@ -49,6 +65,20 @@ public:
     /// Opens a text file in the system's text editor and returns at once. `onFailure` is called,
     /// now or later, when no editor could be started.
     virtual void openTextEditor(const QString &path, std::function<void()> onFailure) = 0;
+
+    /// Starts the batch without a visible window, returns at once, and returns its task identifier.
+    /// A file that the output replaces stays until the new one is whole. `onFailure` is told, later
+    /// and in plain words, why a started batch did not make its output. Raises what keeps the batch
+    /// from starting.
+    virtual int startBatch(const ConcatenationBatch &batch,
+                           std::function<void(const QString &reason)> onFailure) = 0;
+
+    /// The handle of the window, or 0 when there is none. Without console windows the batch's
+    /// process stands for them; one that could not be started has ended.
+    virtual std::uint32_t findBatchWindow(BatchWindow window) const = 0;
+
+    /// Closes a window of a batch, and returns its answer.
+    virtual int closeBatchWindow(std::uint32_t window) = 0;
 
     /// Shows a modal message with an OK button.
     virtual void showMessage(const QString &title, const QString &text, MessageIcon icon) = 0;

@@ -19,10 +19,16 @@ public:
     bool writeProfileString(const QString &file, const QString &section, const QString &key,
                             const QString &value) override;
     void openTextEditor(const QString &path, std::function<void()> onFailure) override;
+    int startBatch(const ConcatenationBatch &batch,
+                   std::function<void(const QString &)> onFailure) override;
+    std::uint32_t findBatchWindow(BatchWindow window) const override;
+    int closeBatchWindow(std::uint32_t window) override;
     void showMessage(const QString &title, const QString &text, MessageIcon icon) override;
     void endProgram(int status) override;
 
 private:
+    bool m_batchRuns = false;
+
     // The latest reading of the clock: a search through all slots asks thousands of times within
     // a second.
     mutable std::int64_t m_instant = 0;

@@ -77,20 +77,48 @@ static int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
     return 0;
 }
 
-static void copyThenRename(const QByteArray &from, const QString &to)
+static int renameReplacing(const QByteArray &from, const QByteArray &to)
+{
+    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+}
+
+// Copies through a hidden name in the target's folder, and ends with one of the two renames above.
+static void copyThenRename(const QString &from, const QString &to,
+                           int (*finish)(const QByteArray &, const QByteArray &))
 {
     const QByteArray hidden = QFile::encodeName(folderOf(to) + u".ostravelin-"_s +
                                                 QString::number(getpid()) + u".part"_s);
     std::error_code error;
-    std::filesystem::copy_file(from.constData(), hidden.constData(),
+    std::filesystem::copy_file(QFile::encodeName(from).constData(), hidden.constData(),
                                std::filesystem::copy_options::overwrite_existing, error);
-    const int failure =
-        error ? error.value() : renameWithoutReplacing(hidden, QFile::encodeName(to));
+    const int failure = error ? error.value() : finish(hidden, QFile::encodeName(to));
     if (failure != 0) {
         unlink(hidden.constData());
         raiseSystemError(failure);
     }
-    unlink(from.constData());
+}
+
+static void writeAll(int file, const QByteArray &bytes)
+{
+    const off_t oldSize = lseek(file, 0, SEEK_END);
+    const ssize_t written = write(file, bytes.constData(), static_cast<size_t>(bytes.size()));
+    int failure = written < 0 ? errno : 0;
+    if (written >= 0 && written < bytes.size())
+        failure = ftruncate(file, oldSize) == 0 ? ENOSPC : errno;
+    if (close(file) != 0 && failure == 0)
+        failure = errno;
+    if (failure != 0)
+        raiseSystemError(failure);
+}
+
+static void openAndWrite(const QString &path, int mode, const QByteArray &bytes)
+{
+    requireFolderOf(path);
+    const int file =
+        open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | mode, 0666);
+    if (file < 0)
+        raiseSystemError(errno);
+    writeAll(file, bytes);
 }
 
 bool fileExists(const QString &path)
@@ -119,10 +147,12 @@ void moveFile(const QString &from, const QString &to)
     requireFolderOf(to);
     const QByteArray source = QFile::encodeName(from);
     const int failure = renameWithoutReplacing(source, QFile::encodeName(to));
-    if (failure == EXDEV)
-        copyThenRename(source, to);
-    else if (failure != 0)
+    if (failure == EXDEV) {
+        copyThenRename(from, to, renameWithoutReplacing);
+        unlink(source.constData());
+    } else if (failure != 0) {
         raiseSystemError(failure);
+    }
 }
 
 void replaceFile(const QString &from, const QString &to)
@@ -130,27 +160,32 @@ void replaceFile(const QString &from, const QString &to)
     requireFile(from);
     requireName(to);
     requireFolderOf(to);
-    if (rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        raiseSystemError(errno);
+    if (const int failure = renameReplacing(QFile::encodeName(from), QFile::encodeName(to)))
+        raiseSystemError(failure);
+}
+
+void copyFile(const QString &from, const QString &to)
+{
+    requireFile(from);
+    requireName(to);
+    requireFolderOf(to);
+    copyThenRename(from, to, renameReplacing);
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    openAndWrite(path, O_TRUNC, bytes);
+}
+
+qint64 fileSize(const QString &path)
+{
+    requireFile(path);
+    return QFileInfo(path).size();
 }
 
 void appendToFile(const QString &path, const QByteArray &bytes)
 {
-    requireFolderOf(path);
-    const int file =
-        open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-    if (file < 0)
-        raiseSystemError(errno);
-    const off_t oldSize = lseek(file, 0, SEEK_END);
-    const ssize_t written = write(file, bytes.constData(), static_cast<size_t>(bytes.size()));
-    int failure = written < 0 ? errno : 0;
-    if (written >= 0 && written < bytes.size()) {
-        failure = ftruncate(file, oldSize) == 0 ? ENOSPC : errno;
-    }
-    if (close(file) != 0 && failure == 0)
-        failure = errno;
-    if (failure != 0)
-        raiseSystemError(failure);
+    openAndWrite(path, O_APPEND, bytes);
 }
 
 } // namespace platform

@@ -133,3 +133,17 @@ TEST_F(Files, AppendsAllOrNothing)
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(fileBytes(at(u"old"_s)), "older");
 }
+
+TEST_F(Files, CopiesReplaceWholeFilesOnly)
+{
+    copyFile(at(u"new"_s), at(u"old"_s));
+    EXPECT_EQ(fileBytes(at(u"old"_s)), "new");
+    copyFile(at(u"new"_s), at(u"folder/../new"_s)); // onto itself
+    EXPECT_EQ(fileBytes(at(u"new"_s)), "new");
+    EXPECT_EQ(errorOf([&] { copyFile(at(u"new"_s), at(u"folder"_s)); }),
+              ErrorNumber::PathFileAccess);
+    EXPECT_EQ(errorOf([&] { copyFile(at(u"none"_s), at(u"old"_s)); }), ErrorNumber::FileNotFound);
+    EXPECT_EQ(errorOf([&] { copyFile(at(u"new"_s), at(u"none/x"_s)); }), ErrorNumber::PathNotFound);
+    EXPECT_EQ(QDir(root.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              (QStringList{u"folder"_s, u"new"_s, u"old"_s}));
+}

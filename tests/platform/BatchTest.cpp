@@ -1,0 +1,80 @@
+#include "platform/NativeHost.h"
+#include "platform/SingleByteText.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Print.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+using namespace Qt::StringLiterals;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+
+namespace {
+
+class Batch : public testing::Test
+{
+protected:
+    QString run(const QString &audio, const QString &output)
+    {
+        QString failure;
+        host.startBatch({folder.path() + u'/', u"tijdelijk.bat"_s, u"header"_s, audio, output},
+                        [&](const QString &reason) { failure = reason; });
+        EXPECT_NE(host.findBatchWindow(BatchWindow::Running), 0U);
+        EXPECT_EQ(host.findBatchWindow(BatchWindow::Finished), 0U);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return host.findBatchWindow(BatchWindow::Finished) != 0; }));
+        EXPECT_EQ(host.findBatchWindow(BatchWindow::Running), 0U);
+        return failure;
+    }
+
+    QStringList files() const
+    {
+        return QDir(folder.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    QTemporaryDir folder;
+    NativeHost host;
+};
+
+} // namespace
+
+TEST_F(Batch, JoinsFilesOfAnyName)
+{
+    makeFile(folder.filePath(u"header"_s), "header");
+    for (const QString &name : {u"audio.mp2"_s, u"a b"_s, u"-n"_s, u"--help"_s, u";touch x"_s,
+                                u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s, u"é"_s}) {
+        makeFile(folder.filePath(name), "audio");
+        EXPECT_EQ(run(name, u"out"_s), u""_s) << name.toStdString();
+        EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "headeraudio");
+        QFile::remove(folder.filePath(u"out"_s));
+        EXPECT_EQ(run(name, name), u""_s); // the output takes the input's place
+        EXPECT_EQ(fileBytes(folder.filePath(name)), "headeraudio");
+        QFile::remove(folder.filePath(name));
+        EXPECT_EQ(files(), QStringList{u"header"_s});
+    }
+}
+
+TEST_F(Batch, AFailedOneSaysWhyAndLeavesTheOldOutput)
+{
+    makeFile(folder.filePath(u"header"_s), "header");
+    makeFile(folder.filePath(u"out"_s), "old");
+    EXPECT_TRUE(run(u"missing"_s, u"out"_s).contains(u"missing"_s));
+    EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "old");
+    EXPECT_EQ(files(), (QStringList{u"header"_s, u"out"_s}));
+}
+
+TEST(SingleByteText, ReplacesWhatTheCodePageLacks)
+{
+    const std::pair<QString, QByteArray> cases[] = {
+        {u"news.spc"_s, "news.spc"}, {u"Beëindigd"_s, "Be\xEBindigd"},
+        {u"e\u0308"_s, "\xEB"},      {u"€ “œ” Ÿ"_s, "\x80 \x93\x9C\x94 \x9F"},
+        {u"Ω 🎵 \u0081"_s, "? ? ?"},  {u"\u00A0ÿ"_s, "\xA0\xFF"},
+    };
+    for (const auto &[text, bytes] : cases)
+        EXPECT_EQ(singleByteText(text), bytes) << text.toStdString();
+}
