@@ -25,6 +25,8 @@ enum class ErrorNumber : int {
     NoCurrentRow = 3021,
     DatabaseFileNotFound = 3024,
     WrongDatabasePassword = 3031,
+    RowChanged = 3197,
+    NotUpdatable = 3251,
     UnknownField = 3265,
     NotADatabase = 3343,
     ObjectClosed = 3704,
