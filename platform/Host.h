@@ -19,7 +19,7 @@ struct ConcatenationBatch
 };
 
 /// By what a batch is known from outside.
-enum class BatchWindow {
+enum class BatchWindowKind {
     Running, ///< the console window of a command that runs
     Finished ///< the console window of the batch, once it has ended
 };
@@ -75,7 +75,7 @@ public:
 
     /// The handle of the window, or 0 when there is none. Without console windows the batch's
     /// process stands for them; one that could not be started has ended.
-    virtual std::uint32_t findBatchWindow(BatchWindow window) const = 0;
+    virtual std::uint32_t findBatchWindow(BatchWindowKind kind) const = 0;
 
     /// Closes a window of a batch, and returns its answer.
     virtual int closeBatchWindow(std::uint32_t window) = 0;

@@ -21,7 +21,7 @@ public:
     void openTextEditor(const QString &path, std::function<void()> onFailure) override;
     int startBatch(const ConcatenationBatch &batch,
                    std::function<void(const QString &)> onFailure) override;
-    std::uint32_t findBatchWindow(BatchWindow window) const override;
+    std::uint32_t findBatchWindow(BatchWindowKind kind) const override;
     int closeBatchWindow(std::uint32_t window) override;
     void showMessage(const QString &title, const QString &text, MessageIcon icon) override;
     void endProgram(int status) override;

@@ -61,9 +61,9 @@ int NativeHost::startBatch(const ConcatenationBatch &batch,
     return static_cast<int>(process->processId());
 }
 
-std::uint32_t NativeHost::findBatchWindow(BatchWindow window) const
+std::uint32_t NativeHost::findBatchWindow(BatchWindowKind kind) const
 {
-    const bool isThere = m_batchRuns == (window == BatchWindow::Running);
+    const bool isThere = m_batchRuns == (kind == BatchWindowKind::Running);
     return isThere ? batchWindowHandle : 0;
 }
 

@@ -23,11 +23,11 @@ protected:
         QString failure;
         host.startBatch({folder.path() + u'/', u"tijdelijk.bat"_s, u"header"_s, audio, output},
                         [&](const QString &reason) { failure = reason; });
-        EXPECT_NE(host.findBatchWindow(BatchWindow::Running), 0U);
-        EXPECT_EQ(host.findBatchWindow(BatchWindow::Finished), 0U);
+        EXPECT_NE(host.findBatchWindow(BatchWindowKind::Running), 0U);
+        EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Finished), 0U);
         EXPECT_TRUE(
-            QTest::qWaitFor([&] { return host.findBatchWindow(BatchWindow::Finished) != 0; }));
-        EXPECT_EQ(host.findBatchWindow(BatchWindow::Running), 0U);
+            QTest::qWaitFor([&] { return host.findBatchWindow(BatchWindowKind::Finished) != 0; }));
+        EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Running), 0U);
         return failure;
     }
 

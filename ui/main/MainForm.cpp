@@ -17,7 +17,6 @@
 namespace ui {
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using app::handleEvent;
 using platform::host;
 
@@ -33,7 +32,7 @@ MainForm::MainForm(MenuWindows windows)
     store::createTaskRecordset();
     setWindowTitle(app::WindowTitle());
     ZoekVolgende();
-    Timer1->start(500ms);
+    Timer1->start();
 }
 
 MainForm::~MainForm()
@@ -76,6 +75,7 @@ void MainForm::makeMenus()
 void MainForm::connectEvents()
 {
     connect(Timer1, &QTimer::timeout, this, [this] { handleEvent([this] { Timer1_Timer(); }); });
+    connect(Timer2, &QTimer::timeout, this, [this] { handleEvent([this] { Timer2_Timer(); }); });
     connect(RecomputeLater, &QTimer::timeout, this,
             [this] { handleEvent([this] { ZoekVolgende(); }); });
     connect(ctlDownload, &controls::DL::Progress, this, [this](qint32 bytes, qint32 total) {
@@ -129,6 +129,7 @@ void MainForm::pause(std::chrono::milliseconds duration)
 void MainForm::comeToRest()
 {
     Timer1->stop();
+    Timer2->stop();
     RecomputeLater->stop();
     ctlDownload->abandonAll();
 }

@@ -42,6 +42,10 @@ public:
     /// Finds the next download, arms it and shows it, or shows that there is none.
     void ZoekVolgende();
 
+    /// Starts to turn the finished download into an SPC file: writes the header and the batch that
+    /// joins it with the audio, starts the batch and its watch.
+    void WriteSpcHeader();
+
     /// Sets whether the task menu and the options entry can be used.
     void mnuInstelling(platform::Boolean bVal);
 
@@ -83,25 +87,43 @@ private:
     void logSuccess(qint32 DownloadedBytes, qint32 TotalBytes, const QString &suffix) const;
     void keepUnderTaskFileName() const;
 
+    // WriteSpcHeader.cpp
+    void startBatch();
+
+    // BatchWatch.cpp
+    void Timer2_Timer();
+    bool batchHasEnded();
+    void finishSpcFile(const app::ErrorTrap &trap);
+    void endWithoutSpcFolder();
+    void deleteRawDownload(const app::ErrorTrap &trap) const;
+
     MenuWindows m_windows;
 
     QTimer *Timer1;         // countdown and trigger
+    QTimer *Timer2;         // batch watch
     QTimer *RecomputeLater; // the next attempt after one that could not arm anything
 
-    QLabel *Label1;        // clock: hours and minutes
-    QLabel *Label2;        // clock: seconds
-    QLabel *Label3;        // seconds until the pending download
-    QLabel *Label4;        // its moment and task
-    QLabel *m_statusPanel; // panel 1 of StatusBar1
+    TextFileBox *RichTextBox1; // the SPC files' text on its way to the disk
+    QLabel *Label1;            // clock: hours and minutes
+    QLabel *Label2;            // clock: seconds
+    QLabel *Label3;            // seconds until the pending download
+    QLabel *Label4;            // its moment and task
+    QLabel *m_statusPanel;     // panel 1 of StatusBar1
     QGroupBox *frameDownload;
     controls::PB *pBar;
     controls::DL *ctlDownload;
     QMenu *mnuOpdrachten;
     QAction *mnuOpties;
 
+    QString BatchFile;                  // name of the batch in the destination folder
+    int BatchTask = 0;                  // result of starting it, later of closing its window
+    std::uint32_t BatchWindow = 0;      // result of the latest search for its window
     std::int32_t DownloadStartTick = 0; // milliseconds of the tick counter
     std::int32_t DownloadEndTick = 0;
 };
+
+/// The header's own file in the destination folder, until it is part of the SPC file.
+extern const QString spcHeaderFile;
 
 /// Dispatches what waits for the window (timers, downloads, painting). User input is left for
 /// later, so that no window opens in the middle of a handler.

@@ -1,6 +1,7 @@
 #include "controls/DL/DL.h"
 #include "controls/PB/PB.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/TextFileBox.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
@@ -11,6 +12,7 @@
 namespace ui {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 template <typename Control, typename... Arguments>
 static Control *named(const QString &name, Arguments... arguments)
@@ -64,8 +66,12 @@ static QFrame *makeLine(const QString &name, QFrame::Shape direction)
 void MainForm::makeControls()
 {
     Timer1 = named<QTimer>(u"Timer1"_s, this);
+    Timer1->setInterval(500ms);
+    Timer2 = named<QTimer>(u"Timer2"_s, this);
+    Timer2->setInterval(5s);
     RecomputeLater = named<QTimer>(u"RecomputeLater"_s, this);
     RecomputeLater->setSingleShot(true);
+    RichTextBox1 = named<TextFileBox>(u"RichTextBox1"_s, this);
     ctlDownload = named<controls::DL>(u"ctlDownload"_s, this);
     ctlDownload->hide();
 

@@ -64,6 +64,10 @@ void MainForm::endSuccessfulDownload(qint32 DownloadedBytes, qint32 TotalBytes,
     const QString suffix = ForcedDownload == Boolean::True ? u" - Forced"_s : QString();
     ForcedDownload = Boolean::False;
     trap.step([&] { logSuccess(DownloadedBytes, TotalBytes, suffix); });
+    if (app::sSPC.text() == u"1"_s) {
+        WriteSpcHeader(); // the batch watch looks up the next download
+        return;
+    }
     trap.step([this] { keepUnderTaskFileName(); });
     pause(2000ms);
     ZoekVolgende();

@@ -1,0 +1,198 @@
+#include "app/Module1.h"
+#include "tests/support/Print.h"
+#include "tests/support/SampleAudio.h"
+#include "tests/ui/main/MainFormTest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using platform::BatchWindowKind;
+using platform::Boolean;
+using testing_support::Answer;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+using testing_support::moment;
+
+namespace {
+
+constexpr auto due = moment(2026, 3, 4, 11, 30);
+
+// One task whose downloads become SPC files.
+class SpcCycle : public MainFormTest
+{
+protected:
+    SpcCycle()
+    {
+        addTaskAt(due, u"Hourly"_s, u"/radio/latest.mp2"_s, u"news.spc"_s);
+        station.answerOthers(Answer{.body = audio});
+        QDir().mkpath(spcFolder({}));
+        app::sSPC = u"1"_s;
+        app::sSPCmap = spcFolder({});
+        app::sPreXP = u"0"_s;
+    }
+
+    QString spcFolder(const QString &name) const { return host.folder() + u"/spc/"_s + name; }
+
+    QTimer *watch() const { return form->findChild<QTimer *>(u"Timer2"_s); }
+
+    void tickWatch() { QMetaObject::invokeMethod(watch(), "timeout"); }
+
+    /// A download, and its batch up to its end.
+    void runDownloadAndBatch()
+    {
+        QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
+                         [this] { host.ticks += 1000; });
+        runDownload();
+        EXPECT_TRUE(watch()->isActive());
+        waitForBatch();
+    }
+
+    void waitForBatch()
+    {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [this] { return host.findBatchWindow(BatchWindowKind::Finished) != 0; }));
+    }
+
+    QByteArray expectedHeader(const QByteArray &name, const QByteArray &seconds) const
+    {
+        return ("FILE: " + name +
+                "\r\nDESCRIPTION: NL 1.8.1\r\nSAMPLE RATE: 48000\r\nFILTER CUTOFF: 0\r\n"
+                "SAMPLE SIZE: 16 bits\r\nSAMPLE FORMAT: MPEG\r\nCHANNELS: 2\r\nSECONDS: " +
+                seconds +
+                "\r\nSAMPLES PER BLOCK: 1152\r\nBYTES PER BLOCK: 768\r\n"
+                "EXTRA INFO: L=2/M=st/Kb=128/E=0/C=0/O=1/Em=0/A=4\x1A")
+            .leftJustified(256, '\0');
+    }
+
+    const QByteArray audio = testing_support::sampleAudio(100); // 38,400 bytes
+};
+
+} // namespace
+
+TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
+{
+    makeFile(destination(u"news.spc"_s), "old");
+    makeFile(spcFolder(u"news.spc"_s), "old");
+    openForm();
+    runDownloadAndBatch();
+    EXPECT_EQ(fileBytes(destination(u"tijdelijk.txt"_s)),
+              expectedHeader("news.spc", "1.199934.00"));
+    EXPECT_EQ(fileBytes(destination(u"tijdelijk.bat"_s)),
+              "copy /b tijdelijk.txt + latest.mp2 news.spc");
+    EXPECT_EQ(status(), u"SPC header wordt toegevoegd..."_s);
+    EXPECT_FALSE(canUse(u"mnuOpdrachten"_s));
+    EXPECT_EQ(host.sleeps, QList<std::chrono::milliseconds>{});
+
+    tickWatch();
+    const QByteArray spc = expectedHeader("news.spc", "1.199934.00") + audio;
+    EXPECT_EQ(fileBytes(destination(u"news.spc"_s)), spc);
+    EXPECT_EQ(fileBytes(spcFolder(u"news.spc"_s)), spc);
+    EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+    EXPECT_EQ(statusesDuringPauses, QStringList{u"SPC header is toegevoegd..."_s});
+    EXPECT_EQ(host.sleeps, QList{1000ms});
+    EXPECT_FALSE(watch()->isActive());
+    EXPECT_EQ(form->DownloadEntry.DownloadTime, due + std::chrono::days(7));
+    EXPECT_EQ(log(), QStringList{u"Hourly - 38.4 kB - 38.40 kB/s"_s});
+}
+
+TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
+{
+    // a pipe that nobody fills keeps the batch running until the test fills it
+    for (const QString &mode : {u"0"_s, u"1"_s}) {
+        app::sPreXP = mode;
+        const QString folder = destination(u"pipe"_s + mode);
+        QDir().mkpath(folder);
+        const QString pipe = folder + u"/audio"_s;
+        ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        makeFile(folder + u"/header"_s, "header");
+        openForm();
+        host.startBatch({folder + u'/', u"b"_s, u"header"_s, u"audio"_s, u"out"_s}, [](auto) {});
+        watch()->start();
+        host.sleeps.clear();
+        tickWatch();
+        EXPECT_TRUE(watch()->isActive());
+        EXPECT_EQ(host.sleeps, QList{1000ms});
+        EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
+
+        makeFile(pipe, "audio");
+        waitForBatch();
+        tickWatch();
+        EXPECT_FALSE(watch()->isActive());
+    }
+}
+
+TEST_F(SpcCycle, ALongerHeaderIsLoggedAndStaysUnpadded)
+{
+    execute(u"UPDATE Opdrachtgegevens SET Filenaam = 'hourly-news.spc'"_s);
+    station.answerOthers(Answer{.body = QByteArray(1'920'000, 'a')});
+    openForm();
+    runDownloadAndBatch();
+    tickWatch();
+    EXPECT_EQ(QFile(destination(u"hourly-news.spc"_s)).size(), 1'920'258);
+    EXPECT_EQ(log().back(), u"Invalid procedure call or argument"_s);
+    EXPECT_EQ(log().size(), 2);
+}
+
+TEST_F(SpcCycle, AMissingSpcFolderIsToldAndTheSpcFileStays)
+{
+    app::sSPCmap = host.folder() + u"/none"_s;
+    openForm();
+    runDownloadAndBatch();
+    tickWatch();
+    EXPECT_EQ(log().back(), u"Hourly - SPC map niet gevonden"_s);
+    EXPECT_EQ(statusesDuringPauses, QStringList{u"SPC map niet gevonden"_s});
+    EXPECT_EQ(host.sleeps, QList{1000ms});
+    EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+    EXPECT_FALSE(watch()->isActive());
+    EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
+}
+
+TEST_F(SpcCycle, EqualNamesAndFoldersLoseNothing)
+{
+    const struct
+    {
+        QString fileName;
+        QString spcFolder;
+    } cases[] = {
+        {u"latest.mp2"_s, spcFolder({})},
+        {u"latest.mp2"_s, destination({})},
+        {u"news.spc"_s, destination({})},
+        {u"news.spc"_s, destination(u"../audio"_s)},
+    };
+    openForm();
+    for (const auto &[fileName, folder] : cases) {
+        SCOPED_TRACE((fileName + u' ' + folder).toStdString());
+        execute(u"UPDATE Opdrachtgegevens SET Filenaam = '%1'"_s.arg(fileName));
+        app::sSPCmap = folder;
+        host.clock = due - 1s;
+        form->ZoekVolgende();
+        runDownloadAndBatch();
+        tickWatch();
+        EXPECT_EQ(destinationFiles(), QStringList{fileName});
+        EXPECT_EQ(fileBytes(destination(fileName)),
+                  expectedHeader(fileName.toUtf8(), "1.199934.00") + audio);
+        QFile::remove(destination(fileName));
+    }
+}
+
+TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
+{
+    makeFile(destination(u"news.spc"_s), "old");
+    openForm();
+    form->WriteSpcHeader(); // the download is gone
+    EXPECT_EQ(log(), QStringList{u"File not found"_s});
+    waitForBatch();
+    QFile::remove(destination(u"tijdelijk.txt"_s));
+    tickWatch();
+    ASSERT_EQ(log().size(), 4);
+    EXPECT_TRUE(log()[1].startsWith(u"Hourly - "_s) && log()[1].contains(u"latest.mp2"_s));
+    EXPECT_EQ(log()[2], u"File not found"_s); // tijdelijk.txt
+    EXPECT_EQ(log()[3], u"File not found"_s); // the download
+    EXPECT_EQ(fileBytes(destination(u"news.spc"_s)), "old");
+    EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+}

@@ -1,0 +1,41 @@
+#include "ui/main/SpcHeader.h"
+
+#include "tests/support/Print.h"
+
+#include <gtest/gtest.h>
+
+using namespace ui;
+using namespace Qt::StringLiterals;
+
+TEST(SpcHeader, SecondsFollowTheirRulesInBothLocales)
+{
+    const std::tuple<qint64, QString, QString> cases[] = {
+        // size, with a decimal comma, with a decimal point
+        {1'920'000, u"59.99"_s, u"59.99672.00"_s},
+        {3'840'209, u"120.00"_s, u"120.00"_s},
+        {395'077'248, u"12345,49.00"_s, u"12345.49"_s},
+        {39'507'725, u"1234.54"_s, u"1234.549.00"_s},
+        {16'001, u"0.50"_s, u"0.500003.00"_s},
+        {0, u"0.00"_s, u"0.00"_s},
+    };
+    for (const auto &[size, comma, point] : cases) {
+        EXPECT_EQ(secondsText(size, u','), comma) << size;
+        EXPECT_EQ(secondsText(size, u'.'), point) << size;
+    }
+}
+
+TEST(SpcHeader, IsThisText)
+{
+    EXPECT_EQ(spcHeaderText(u"news.spc"_s, u"59.99"_s),
+              u"FILE: news.spc\r\n"
+              "DESCRIPTION: NL 1.8.1\r\n"
+              "SAMPLE RATE: 48000\r\n"
+              "FILTER CUTOFF: 0\r\n"
+              "SAMPLE SIZE: 16 bits\r\n"
+              "SAMPLE FORMAT: MPEG\r\n"
+              "CHANNELS: 2\r\n"
+              "SECONDS: 59.99\r\n"
+              "SAMPLES PER BLOCK: 1152\r\n"
+              "BYTES PER BLOCK: 768\r\n"
+              "EXTRA INFO: L=2/M=st/Kb=128/E=0/C=0/O=1/Em=0/A=4\x1A"_s);
+}
