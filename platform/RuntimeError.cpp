@@ -43,6 +43,8 @@ static QString standardDescription(ErrorNumber number)
         return u"The database file was not found"_s;
     case ErrorNumber::WrongDatabasePassword:
         return u"The database was made with another password, or is damaged"_s;
+    case ErrorNumber::RowDeleted:
+        return u"The row has been deleted"_s;
     case ErrorNumber::RowChanged:
         return u"The row was changed by another user since it was read"_s;
     case ErrorNumber::NotUpdatable:

@@ -25,6 +25,7 @@ enum class ErrorNumber : int {
     NoCurrentRow = 3021,
     DatabaseFileNotFound = 3024,
     WrongDatabasePassword = 3031,
+    RowDeleted = 3167,
     RowChanged = 3197,
     NotUpdatable = 3251,
     UnknownField = 3265,
