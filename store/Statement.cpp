@@ -1,0 +1,99 @@
+#include "store/Statement.h"
+
+#include "platform/RuntimeError.h"
+#include "store/Engine.h"
+#include "store/Tokens.h"
+
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace store {
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using platform::RuntimeError;
+
+// Older engines know no word for truth.
+static QString withTruthAsNumber(const QString &statement)
+{
+    QString replaced = statement;
+    const auto all = tokens(statement);
+    std::for_each(all.rbegin(), all.rend(), [&](const Token &token) {
+        if (token.isWord(u"True"))
+            replaced.replace(token.text.begin() - QStringView(statement).begin(), token.text.size(),
+                             u"1"_s);
+    });
+    return replaced;
+}
+
+void Statement::Finalizer::operator()(sqlite3_stmt *statement) const
+{
+    sqlite3_finalize(statement);
+}
+
+Statement::Statement(sqlite3 *database, const QString &text)
+{
+    const QByteArray utf8 = withTruthAsNumber(text).toUtf8();
+    sqlite3_stmt *prepared = nullptr;
+    const char *rest = nullptr;
+    if (sqlite3_prepare_v2(database, utf8.constData(), -1, &prepared, &rest) != SQLITE_OK)
+        raiseEngineError(database);
+    m_handle.reset(prepared);
+    if (!prepared || !tokens(QString::fromUtf8(rest)).empty())
+        throw RuntimeError(ErrorNumber::DatabaseEngine, u"Not exactly one statement: "_s + text);
+}
+
+namespace {
+
+struct Binder
+{
+    int operator()(std::monostate) const { return sqlite3_bind_null(statement, parameter); }
+    int operator()(std::int64_t number) const
+    {
+        return sqlite3_bind_int64(statement, parameter, number);
+    }
+    int operator()(double number) const
+    {
+        return sqlite3_bind_double(statement, parameter, number);
+    }
+    int operator()(platform::Boolean truth) const
+    {
+        return sqlite3_bind_int(statement, parameter, truth == platform::Boolean::False ? 0 : 1);
+    }
+    int operator()(const QString &text) const
+    {
+        const QByteArray utf8 = text.toUtf8();
+        return sqlite3_bind_text(statement, parameter, utf8.constData(),
+                                 static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
+    }
+
+    sqlite3_stmt *statement;
+    int parameter;
+};
+
+} // namespace
+
+void Statement::bind(int parameter, const Value &value)
+{
+    if (value.visit(Binder{m_handle.get(), parameter}) != SQLITE_OK)
+        raiseEngineError(sqlite3_db_handle(m_handle.get()));
+}
+
+bool Statement::step()
+{
+    switch (sqlite3_step(m_handle.get())) {
+    case SQLITE_ROW:
+        return true;
+    case SQLITE_DONE:
+        return false;
+    default:
+        raiseEngineError(sqlite3_db_handle(m_handle.get()));
+    }
+}
+
+void Statement::reset()
+{
+    sqlite3_reset(m_handle.get());
+}
+
+} // namespace store

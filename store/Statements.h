@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+// Texts of statements that the program runs.
+namespace store {
+
+/// A text as it may stand between single quotes in a statement or criterion: its own single quotes
+/// doubled, so that a task named "Kid's hour" works everywhere.
+QString withDoubledQuotes(QString text);
+
+/// Every slot of every active task in the order of day, hour and minute. An active task without
+/// slots gives one row whose Dagen and Uren are empty.
+QString scheduleStatement();
+
+} // namespace store
