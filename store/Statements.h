@@ -13,4 +13,16 @@ QString withDoubledQuotes(QString text);
 /// slots gives one row whose Dagen and Uren are empty.
 QString scheduleStatement();
 
+/// The tasks of that name, case not counting.
+QString taskStatement(const QString &name);
+
+/// The tasks of that name with one row per slot. One without slots gives one row whose Dagen and
+/// Uren are empty.
+QString taskWithSlotsStatement(const QString &name);
+
+/// All tasks, the one with the highest minute first.
+QString tasksByMinuteStatement();
+
+QString deleteSlotsStatement(const QString &taskName);
+
 } // namespace store
