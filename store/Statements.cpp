@@ -17,6 +17,16 @@ QString scheduleStatement()
            "ORDER BY Tijden.Dagen,Tijden.Uren,Opdrachtgegevens.Minuten;"_s;
 }
 
+QString tasksSource()
+{
+    return u"Opdrachtgegevens"_s;
+}
+
+QString taskCriterion(const QString &name)
+{
+    return u"Opdrachtnaam = '%1'"_s.arg(withDoubledQuotes(name));
+}
+
 QString taskStatement(const QString &name)
 {
     return u"SELECT * FROM Opdrachtgegevens where Opdrachtnaam = '%1';"_s.arg(

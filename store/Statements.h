@@ -13,6 +13,12 @@ QString withDoubledQuotes(QString text);
 /// slots gives one row whose Dagen and Uren are empty.
 QString scheduleStatement();
 
+/// All tasks, in the order of the table.
+QString tasksSource();
+
+/// What finds the task of that name among all of them.
+QString taskCriterion(const QString &name);
+
 /// The tasks of that name, case not counting.
 QString taskStatement(const QString &name);
 
