@@ -4,6 +4,7 @@
 #include <QNetworkRequest>
 #include <QPointer>
 
+#include <algorithm>
 #include <limits>
 
 namespace controls {
@@ -20,10 +21,10 @@ constexpr int MostRedirects = 10;
 // Counts have 32 bits, and one byte past the announced length must still fit.
 constexpr qint64 MostAnnounced = std::numeric_limits<qint32>::max() - 1;
 
-// The network stack would open local files, too.
+// The network stack would open local files, too, and ask a proxy for an address without a host.
 static bool isFetchable(const QUrl &url)
 {
-    return url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+    return (url.scheme() == "http"_L1 || url.scheme() == "https"_L1) && !url.host().isEmpty();
 }
 
 static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
@@ -42,19 +43,24 @@ static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
     return request;
 }
 
-// Only an answer in the 200s brings the file. Anything else (a refusal, a redirect that leads
-// nowhere, no answer at all) counts as no connection, whatever page comes with it.
+// Only an answer in the 200s brings the file, and not a part of it (206), which was never asked
+// for. Anything else (a refusal, a redirect that leads nowhere, no answer at all) counts as no
+// connection, whatever page comes with it.
 static bool bringsFile(const QNetworkReply &reply)
 {
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return status >= 200 && status <= 299;
+    return status >= 200 && status <= 299 && status != 206;
 }
 
-// Several lengths that contradict each other are none.
+// Lengths that contradict each other are none.
 static qint32 announcedLength(const QNetworkReply &reply)
 {
-    const qint64 length = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
-    return length > 0 && length <= MostAnnounced ? static_cast<qint32>(length) : 0;
+    const QByteArrayList lengths = reply.rawHeader("Content-Length").split(',');
+    const qint64 length = lengths.first().trimmed().toLongLong();
+    const bool agree = std::all_of(lengths.begin(), lengths.end(), [&](const QByteArray &other) {
+        return other.trimmed().toLongLong() == length;
+    });
+    return agree && length > 0 && length <= MostAnnounced ? static_cast<qint32>(length) : 0;
 }
 
 Transfer::Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits &limits)
@@ -68,42 +74,46 @@ Transfer::Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits
     m_reply.reset(network.get(requestFor(url, limits)));
     m_reply->setReadBufferSize(ReadBufferBytes);
     // Queued: whoever destroys this transfer from a notice never does so under the reply's feet.
-    connect(m_reply.get(), &QNetworkReply::readyRead, this, &Transfer::storeArrived,
+    connect(m_reply.get(), &QNetworkReply::readyRead, this, &Transfer::storeBlock,
             Qt::QueuedConnection);
-    connect(m_reply.get(), &QNetworkReply::finished, this, &Transfer::storeLast,
+    connect(m_reply.get(), &QNetworkReply::finished, this, &Transfer::storeBlock,
             Qt::QueuedConnection);
     connect(&m_period, &QTimer::timeout, this, &Transfer::endIfSlow);
     m_period.start(limits.period);
 }
 
-// A notice may run an event loop of its own (and so come back in here), end this transfer or
-// destroy it.
-void Transfer::storeArrived()
+void Transfer::storeBlock()
 {
-    const QPointer<Transfer> self(this);
-    while (self && m_reply) {
-        if (!bringsFile(*m_reply))
-            return end();
-        m_announced = announcedLength(*m_reply);
-        const qint64 arrived =
-            m_reply->read(m_block.data(), qMin(BlockBytes, mostBytes() - m_stored));
-        if (arrived <= 0)
-            return;
-        const qint64 written = m_file->write(m_block.data(), arrived);
-        m_stored += static_cast<qint32>(written);
-        if (written > 0)
-            Q_EMIT progressed();
-        if (self && m_reply && (written < arrived || m_stored >= mostBytes()))
-            return end();
+    if (!m_reply)
+        return; // this notice was on its way when the transfer ended
+    if (!bringsFile(*m_reply))
+        return end();
+    m_announced = announcedLength(*m_reply);
+    const qint64 arrived = readBlock();
+    if (arrived <= 0) {
+        if (m_reply->isFinished())
+            end();
+        return;
     }
+    const qint64 written = m_file->write(m_block.data(), arrived);
+    m_stored += static_cast<qint32>(written);
+    const bool isLast = written < arrived || m_stored >= mostBytes();
+
+    // The next block comes even if a handler of this notice runs an event loop of its own.
+    QMetaObject::invokeMethod(this, &Transfer::storeBlock, Qt::QueuedConnection);
+    const QPointer<Transfer> self(this);
+    if (written > 0)
+        Q_EMIT progressed();
+    if (isLast && self && m_reply)
+        end();
 }
 
-void Transfer::storeLast()
+// A reply that ran into its time limit has closed itself.
+qint64 Transfer::readBlock()
 {
-    const QPointer<Transfer> self(this);
-    storeArrived();
-    if (self && m_reply)
-        end();
+    return m_reply->isOpen()
+               ? m_reply->read(m_block.data(), qMin(BlockBytes, mostBytes() - m_stored))
+               : 0;
 }
 
 // One byte past the announced length proves that the counts will never agree.

@@ -42,8 +42,8 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void storeArrived();
-    void storeLast();
+    void storeBlock();
+    qint64 readBlock();
     void endIfSlow();
     void end();
 

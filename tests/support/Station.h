@@ -28,10 +28,10 @@ struct Answer
     QByteArray body = {};
     Framing framing = Framing::Length;
     std::optional<qint64> announced = {};   ///< a Content-Length other than the body's
+    std::optional<QByteArray> raw = {};     ///< sent in place of head and body
     std::optional<qsizetype> cutAfter = {}; ///< bytes sent after the head, all by default
     Ending ending = Ending::KeepOpen;
-    int bytesPerSecond = 0;             ///< of the body; 0 for all at once
-    std::optional<QByteArray> raw = {}; ///< sent in place of head and body
+    int bytesPerSecond = 0; ///< of the body; 0 for all at once
 };
 
 /// One request as it came in.
