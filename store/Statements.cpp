@@ -46,6 +46,11 @@ QString tasksByMinuteStatement()
     return u"SELECT * From Opdrachtgegevens ORDER BY Minuten DESC;"_s;
 }
 
+QString slotsSource()
+{
+    return u"Tijden"_s;
+}
+
 QString deleteSlotsStatement(const QString &taskName)
 {
     return u"DELETE FROM Tijden WHERE Opdrachtnaam = '%1';"_s.arg(withDoubledQuotes(taskName));

@@ -29,6 +29,9 @@ QString taskWithSlotsStatement(const QString &name);
 /// All tasks, the one with the highest minute first.
 QString tasksByMinuteStatement();
 
+/// All slots of all tasks.
+QString slotsSource();
+
 QString deleteSlotsStatement(const QString &taskName);
 
 } // namespace store
