@@ -27,7 +27,7 @@ void requireDatabaseFile(const QString &path)
         raise(ErrorNumber::DatabaseFileNotFound, path);
     if (!file.isFile() || file.size() == 0)
         raise(ErrorNumber::NotADatabase, path);
-    if (!file.isReadable())
+    if (!QFile(path).open(QIODevice::ReadOnly))
         raise(ErrorNumber::PermissionDenied, path);
 }
 

@@ -41,7 +41,8 @@ DatabaseHandle openDatabaseFile(const QString &path, const QString &password, Op
         raiseEngineError(database.get());
 
     const QByteArray key = password.toUtf8();
-    if (sqlite3_key(database.get(), key.constData(), static_cast<int>(key.size())) != SQLITE_OK)
+    const int keySize = static_cast<int>(key.size());
+    if (keySize > 0 && sqlite3_key(database.get(), key.constData(), keySize) != SQLITE_OK)
         raiseEngineError(database.get());
     // Newer engines write another format unless they are told; this one ignores what it is told.
     runScript(database.get(), u"PRAGMA cipher_compatibility = 3;"_s);

@@ -17,7 +17,8 @@ using DatabaseHandle = std::unique_ptr<sqlite3, DatabaseCloser>;
 
 enum class OpenMode { Existing, Create };
 
-/// A handle for the file, with its password set. A wrong password shows at the first read only.
+/// A handle for the file, with its password set; an empty password is that of a file that is not
+/// encrypted. A wrong password shows at the first read only.
 /// The handle is for one thread. Raises the engine's error.
 DatabaseHandle openDatabaseFile(const QString &path, const QString &password, OpenMode mode);
 

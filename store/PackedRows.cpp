@@ -10,7 +10,7 @@ namespace store {
 void PackedRows::clear(int columns)
 {
     m_rows.clear();
-    m_memory.release();
+    m_memory.clear();
     m_packing.resize(static_cast<std::size_t>(columns));
 }
 
@@ -90,9 +90,9 @@ const PackedRows::Cell *PackedRows::pack(sqlite3_stmt *statement)
     }
 
     const std::size_t cellSize = m_packing.size() * sizeof(Cell);
-    void *memory = m_memory.allocate(cellSize + textSize, alignof(Cell));
-    auto *cells = static_cast<Cell *>(memory);
-    char *text = static_cast<char *>(memory) + cellSize;
+    std::byte *memory = m_memory.allocate(cellSize + textSize);
+    auto *cells = reinterpret_cast<Cell *>(memory);
+    auto *text = reinterpret_cast<char *>(memory + cellSize);
     std::uninitialized_copy(m_packing.begin(), m_packing.end(), cells);
     for (Cell &cell : std::span(cells, m_packing.size())) {
         if (cell.kind != Kind::Text)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "store/Arena.h"
 #include "store/Value.h"
 
 #include <cstdint>
-#include <memory_resource>
 #include <vector>
 
 struct sqlite3_stmt;
@@ -51,7 +51,7 @@ private:
     const Cell *pack(sqlite3_stmt *statement);
     const Cell &cell(int row, int column) const;
 
-    std::pmr::monotonic_buffer_resource m_memory;
+    Arena m_memory;
     std::vector<const Cell *> m_rows; ///< each row's cells, with their texts behind them
     std::vector<Cell> m_packing;      ///< the row being packed
 };

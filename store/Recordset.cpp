@@ -256,6 +256,7 @@ void Recordset::requireOpen() const
 
 void Recordset::requireField(int field) const
 {
+    requireOpen();
     if (field < 0 || field >= m_fields.count())
         throw RuntimeError(ErrorNumber::UnknownField);
 }

@@ -36,7 +36,7 @@ RowSource rowSource(const QString &source)
     if (!readsOneTable(all))
         return {source, false};
     const auto behindStar = all[1].text.end() - QStringView(source).begin();
-    return {QString(source).insert(behindStar, u", rowid"_s), true};
+    return {QString(source).insert(behindStar, u", rowid "_s), true};
 }
 
 } // namespace store

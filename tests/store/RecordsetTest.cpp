@@ -1,0 +1,202 @@
+#include "store/Recordset.h"
+
+#include "store/Statements.h"
+#include "tests/store/StoreTest.h"
+#include "tests/support/Errors.h"
+#include "tests/support/Print.h"
+
+using namespace Qt::StringLiterals;
+using platform::Boolean;
+using platform::ErrorNumber;
+using store::Value;
+using testing_support::errorOf;
+
+class Recordset : public StoreTest
+{
+protected:
+    void open(const QString &source)
+    {
+        rows.setSource(source);
+        rows.open();
+    }
+
+    store::Recordset rows{connection};
+};
+
+TEST_F(Recordset, RaisesWhenClosedOrOpenAlready)
+{
+    const std::function<void()> needOpen[] = {
+        [&] { rows.close(); },
+        [&] { rows.requery(); },
+        [&] { rows.recordCount(); },
+        [&] { rows.atEnd(); },
+        [&] { rows.moveFirst(); },
+        [&] { rows.moveNext(); },
+        [&] { rows.fieldNames(); },
+        [&] { rows.value(u"Uren"); },
+        [&] { rows.addNew(); },
+        [&] { rows.setValue(u"Uren", 1); },
+        [&] { rows.update(); },
+        [&] { rows.deleteCurrent(); },
+        [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
+    };
+    for (const auto &call : needOpen)
+        EXPECT_EQ(errorOf(call), ErrorNumber::ObjectClosed);
+    open(u"Tijden"_s);
+    EXPECT_EQ(errorOf([&] { rows.open(); }), ErrorNumber::ObjectOpen);
+    EXPECT_EQ(errorOf([&] { rows.setSource(u"Tijden"_s); }), ErrorNumber::ObjectOpen);
+    rows.close();
+    for (const auto &call : needOpen)
+        EXPECT_EQ(errorOf(call), ErrorNumber::ObjectClosed);
+    rows.open();
+}
+
+TEST_F(Recordset, WithoutRowsIsAtItsEnd)
+{
+    open(u"Tijden"_s);
+    EXPECT_EQ(rows.recordCount(), 0);
+    EXPECT_TRUE(rows.atEnd());
+    const std::function<void()> needRow[] = {
+        [&] { rows.moveFirst(); },        [&] { rows.moveNext(); },
+        [&] { rows.absolutePosition(); }, [&] { rows.value(u"Uren"); },
+        [&] { rows.holdsValue(0); },      [&] { rows.setValue(u"Uren", 1); },
+        [&] { rows.deleteCurrent(); },    [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
+    };
+    for (const auto &call : needRow)
+        EXPECT_EQ(errorOf(call), ErrorNumber::NoCurrentRow);
+}
+
+TEST_F(Recordset, MovesThroughItsRows)
+{
+    for (int hour = 0; hour < 3; ++hour)
+        addSlot(u"a"_s, 1, hour);
+    open(u"Tijden"_s);
+    QStringList seen;
+    for (; !rows.atEnd(); rows.moveNext())
+        seen += QString::number(rows.absolutePosition()) + currentRow(rows);
+    EXPECT_EQ(seen, (QStringList{u"1a|1|0"_s, u"2a|1|1"_s, u"3a|1|2"_s}));
+    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), ErrorNumber::NoCurrentRow);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), ErrorNumber::NoCurrentRow);
+
+    rows.setAbsolutePosition(2);
+    EXPECT_EQ(rows.value(u"Uren"), Value(1));
+    for (const int outside : {0, -1, 4})
+        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }),
+                  ErrorNumber::InvalidProcedureCall);
+    EXPECT_EQ(rows.absolutePosition(), 2);
+    rows.moveFirst();
+    EXPECT_EQ(rows.value(u"Uren"), Value(0));
+}
+
+TEST_F(Recordset, NamesFieldsInAnyCaseAndByTableWhereANameStandsTwice)
+{
+    addTask(u"Hourly"_s, 5);
+    addSlot(u"hourly"_s, 7, 23);
+    open(store::scheduleStatement());
+    EXPECT_EQ(rows.fieldNames().join(u' '),
+              u"Opdrachtgegevens.Opdrachtnaam Download_adres Filenaam Minuten Aktief "
+              "Tijden.Opdrachtnaam Dagen Uren"_s);
+    EXPECT_EQ(rows.value(u"OPDRACHTGEGEVENS.opdrachtnaam"), Value(u"Hourly"_s));
+    EXPECT_EQ(rows.value(u"Tijden.Opdrachtnaam"), Value(u"hourly"_s));
+    EXPECT_EQ(rows.value(u"minuten"), Value(5));
+    EXPECT_EQ(rows.value(rows.fieldIndex(u"UREN")), Value(23));
+    for (const QString &unknown : {u"Opdrachtnaam"_s, u"Uur"_s, u""_s, u"rowid"_s})
+        EXPECT_EQ(errorOf([&] { rows.fieldIndex(unknown); }), ErrorNumber::UnknownField);
+    for (const int outside : {-1, 8})
+        EXPECT_EQ(errorOf([&] { rows.value(outside); }), ErrorNumber::UnknownField);
+}
+
+TEST_F(Recordset, KeepsEachKindOfValue)
+{
+    const QString name = u"Émission \"d'été\" 日本 𐐀"_s;
+    const QString address(100'000, u'x'); // longer than any block of memory for rows
+    connection.execute(u"INSERT INTO Opdrachtgegevens VALUES ('%1', '%2', '', 7.5, 1)"_s.arg(
+        store::withDoubledQuotes(name), address));
+    connection.execute(u"INSERT INTO Opdrachtgegevens VALUES (NULL, '2', NULL, 15.0, 0)"_s);
+    open(u"Opdrachtgegevens"_s);
+    const auto values = [&] {
+        std::vector<Value> found;
+        for (int field = 0; field < 5; ++field)
+            found.push_back(rows.value(field));
+        return found;
+    };
+    EXPECT_EQ(values(), (std::vector<Value>{name, address, u""_s, 7.5, Boolean::True}));
+    rows.moveNext();
+    EXPECT_EQ(values(), (std::vector<Value>{{}, u"2"_s, {}, 15, Boolean::False}));
+    EXPECT_TRUE(rows.holdsValue(1));
+    EXPECT_FALSE(rows.holdsValue(2));
+}
+
+TEST_F(Recordset, FindsForwardFromTheCurrentRow)
+{
+    for (const QString &name : {u"Kid's hour"_s, u"ÉTÉ"_s, u"kid's HOUR"_s, u"''"_s})
+        addTask(name);
+    connection.execute(u"INSERT INTO Opdrachtgegevens (Download_adres) VALUES ('Zürich')"_s);
+    open(u"Opdrachtgegevens"_s);
+    struct Case
+    {
+        int from;
+        QString criterion;
+        int found; ///< 0: behind the last row
+    };
+    const Case cases[] = {
+        {1, u"Opdrachtnaam = 'Kid''s hour'"_s, 1},
+        {2, u"Opdrachtnaam = 'Kid''s hour'"_s, 3},
+        {4, u"Opdrachtnaam = 'Kid''s hour'"_s, 0},
+        {1, u"opdrachtnaam='été'"_s, 2},
+        {1, u"  Opdrachtnaam  =  '''''' "_s, 4},
+        {1, u"Download_adres = 'zÜRICH'"_s, 5},
+        {1, u"Minuten = '0'"_s, 1},
+        {1, u"Opdrachtnaam = ''"_s, 0},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.criterion.toStdString());
+        rows.setAbsolutePosition(c.from);
+        rows.find(c.criterion);
+        EXPECT_EQ(rows.atEnd() ? 0 : rows.absolutePosition(), c.found);
+    }
+    for (const QString &name : {u"'"_s, u"''''"_s, u"ÉTÉ"_s}) {
+        rows.moveFirst();
+        rows.find(u"Opdrachtnaam = '%1'"_s.arg(store::withDoubledQuotes(name)));
+        EXPECT_EQ(rows.atEnd(), name != u"ÉTÉ");
+    }
+}
+
+TEST_F(Recordset, RefusesCriteriaOfAnotherForm)
+{
+    addTask(u"a"_s);
+    open(u"Opdrachtgegevens"_s);
+    for (const QString &wrong :
+         {u""_s, u"Opdrachtnaam"_s, u"Opdrachtnaam = "_s, u"= 'a'"_s, u"Opdrachtnaam = a"_s,
+          u"Opdrachtnaam = 'a"_s, u"Opdrachtnaam = '"_s, u"Opdrachtnaam = 'it's'"_s,
+          u"Opdrachtnaam = 'a' OR 1"_s, u"Opdrachtnaam > 'a'"_s})
+        EXPECT_EQ(errorOf([&] { rows.find(wrong); }), ErrorNumber::InvalidProcedureCall)
+            << wrong.toStdString();
+    EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), ErrorNumber::UnknownField);
+}
+
+TEST_F(Recordset, FailsToOpenWithTheEnginesMessageAndStaysClosed)
+{
+    for (const QString &wrong :
+         {u"Niets"_s, u"SELECT * FROM Tijden WHERE Naam = 'it's';"_s, u""_s}) {
+        rows.setSource(wrong);
+        EXPECT_EQ(errorOf([&] { rows.open(); }), ErrorNumber::DatabaseEngine);
+        EXPECT_FALSE(rows.isOpen());
+    }
+}
+
+TEST_F(Recordset, ReadsTheRowsAnewOnRequery)
+{
+    addSlot(u"a"_s, 1, 1);
+    addSlot(u"b"_s, 2, 2);
+    open(u"SELECT * FROM Tijden ORDER BY Dagen DESC;"_s);
+    connection.execute(u"INSERT INTO Tijden VALUES ('c', 3, 3)"_s);
+    connection.execute(u"UPDATE Tijden SET Dagen = 9 WHERE Opdrachtnaam = 'a'"_s);
+    EXPECT_EQ(rows.recordCount(), 2);
+    rows.requery();
+    EXPECT_EQ(rows.recordCount(), 3);
+    EXPECT_EQ(currentRow(rows), u"a|9|1"_s);
+    connection.execute(u"DROP TABLE Tijden"_s);
+    EXPECT_EQ(errorOf([&] { rows.requery(); }), ErrorNumber::DatabaseEngine);
+    EXPECT_FALSE(rows.isOpen());
+}

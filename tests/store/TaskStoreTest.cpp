@@ -1,0 +1,152 @@
+#include "store/TaskStore.h"
+
+#include "store/Statements.h"
+#include "tests/store/StoreTest.h"
+#include "tests/support/Errors.h"
+#include "tests/support/Print.h"
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using testing_support::errorOf;
+
+class TaskStore : public StoreTest
+{
+protected:
+    void TearDown() override
+    {
+        store::rsOpdrachten.reset();
+        store::dbConnection.close();
+    }
+};
+
+TEST_F(TaskStore, OpensTheDatabaseBelowTheProgramFolder)
+{
+    addSlot(u"Hourly"_s, 1, 2);
+    store::OpenDatabase(programFolder());
+    EXPECT_EQ(store::rsOpdrachten, nullptr);
+    store::createTaskRecordset();
+    EXPECT_FALSE(store::rsOpdrachten->isOpen());
+    store::rsOpdrachten->setSource(u"Tijden"_s);
+    store::rsOpdrachten->open();
+    EXPECT_EQ(currentRow(*store::rsOpdrachten), u"Hourly|1|2"_s);
+    EXPECT_EQ(errorOf([&] { store::OpenDatabase(programFolder()); }), ErrorNumber::ObjectOpen);
+}
+
+TEST_F(TaskStore, RefusesADatabaseWithoutItsTables)
+{
+    connection.execute(u"DROP TABLE Tijden"_s);
+    try {
+        store::OpenDatabase(programFolder());
+        FAIL();
+    } catch (const platform::RuntimeError &error) {
+        EXPECT_EQ(error.description(), u"no such table: Tijden"_s);
+    }
+    EXPECT_FALSE(store::dbConnection.isOpen());
+}
+
+// Every statement that the program sends, as it stands, for a task of each kind of name.
+TEST_F(TaskStore, RunsEveryStatementOfTheProgram)
+{
+    struct Case
+    {
+        QString source;
+        QString rows;
+    };
+    for (const QString &name : {u"News"_s, u"Kid's hour"_s, u"Émission \"d'été\""_s, u"''"_s}) {
+        SCOPED_TRACE(name.toStdString());
+        connection.execute(u"DELETE FROM Opdrachtgegevens"_s);
+        connection.execute(u"DELETE FROM Tijden"_s);
+        addTask(u"Idle"_s, 59, false);
+        addTask(name, 30);
+        addSlot(name.toUpper(), 2, 4);
+        addSlot(u"Idle"_s, 1, 1);
+        addSlot(name, 7, 23);
+
+        const QString quoted = store::withDoubledQuotes(name);
+        const QString idle = u"Idle|http://station.example/a.mp3|a.mp3|59|False"_s;
+        const QString task = name + u"|http://station.example/a.mp3|a.mp3|30|True"_s;
+        const QString slot = name + u"|7|23"_s;
+        const QString otherSlot = name.toUpper() + u"|2|4"_s;
+        const Case cases[] = {
+            {u"SELECT * FROM Opdrachtgegevens LEFT JOIN Tijden ON "
+             "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam "
+             "WHERE Opdrachtgegevens.Aktief = True "
+             "ORDER BY Tijden.Dagen,Tijden.Uren,Opdrachtgegevens.Minuten;"_s,
+             task + u'|' + otherSlot + u'\n' + task + u'|' + slot},
+            {u"Opdrachtgegevens"_s, idle + u'\n' + task},
+            {u"SELECT * FROM Opdrachtgegevens WHERE Opdrachtnaam = '"_s + quoted + u"';"_s, task},
+            {u"SELECT * From Opdrachtgegevens ORDER BY Minuten DESC;"_s, idle + u'\n' + task},
+            {u"SELECT Opdrachtgegevens.*, Tijden.Dagen, Tijden.Uren "
+             "FROM Opdrachtgegevens LEFT JOIN Tijden ON "
+             "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam "
+             "where Opdrachtgegevens.Opdrachtnaam = '"_s +
+                 quoted + u"';"_s,
+             task + u"|2|4\n"_s + task + u"|7|23"_s},
+            {u"Select * FROM Opdrachtgegevens where Opdrachtnaam = '"_s + quoted + u"';"_s, task},
+            {u"SELECT * FROM Opdrachtgegevens where Opdrachtnaam = '"_s + quoted + u"';"_s, task},
+            {u"Tijden"_s, otherSlot + u"\nIdle|1|1\n"_s + slot},
+        };
+        for (const Case &c : cases)
+            EXPECT_EQ(rowsOf(c.source).join(u'\n'), c.rows);
+        EXPECT_EQ(store::scheduleStatement(), cases[0].source);
+        EXPECT_EQ(
+            connection.execute(u"DELETE FROM Tijden WHERE Opdrachtnaam = '"_s + quoted + u"';"_s),
+            2);
+    }
+}
+
+TEST_F(TaskStore, GivesATaskWithoutSlotsOneRowWithoutDayAndHour)
+{
+    addTask(u"Bare"_s, 5);
+    EXPECT_EQ(rowsOf(store::scheduleStatement()),
+              QStringList{u"Bare|http://station.example/a.mp3|a.mp3|5|True|-|-|-"_s});
+}
+
+TEST_F(TaskStore, SchedulesInTheOrderOfDayHourAndMinute)
+{
+    addTask(u"c"_s, 9);
+    addTask(u"a"_s, 10);
+    addTask(u"b"_s, 2);
+    for (const auto &[name, day, hour] : {std::tuple(u"a"_s, 2, 3),
+                                          {u"b"_s, 2, 3},
+                                          {u"c"_s, 2, 20},
+                                          {u"b"_s, 1, 23},
+                                          {u"a"_s, 2, 10}})
+        addSlot(name, day, hour);
+    QStringList order;
+    for (const QString &row : rowsOf(store::scheduleStatement()))
+        order += row.section(u'|', -3);
+    EXPECT_EQ(order.join(u' '), u"b|1|23 b|2|3 a|2|3 a|2|10 c|2|20"_s);
+}
+
+// A deleted task leaves its slots behind, and a later task of that name takes them over. So does a
+// rename. Both are required.
+TEST_F(TaskStore, LeavesSlotsBehindForLaterTasksOfTheName)
+{
+    addTask(u"Hourly"_s);
+    addSlot(u"Hourly"_s, 3, 7);
+    store::Recordset tasks(connection);
+    tasks.setSource(u"Opdrachtgegevens"_s);
+    tasks.open();
+    tasks.setValue(u"Opdrachtnaam", u"Renamed"_s);
+    tasks.update();
+    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList{u"Hourly|3|7"_s});
+    tasks.deleteCurrent();
+    EXPECT_EQ(rowsOf(store::scheduleStatement()), QStringList());
+
+    addTask(u"HOURLY"_s);
+    addSlot(u"HOURLY"_s, 4, 8);
+    EXPECT_EQ(rowsOf(store::scheduleStatement()).join(u' ').count(u"|7|") +
+                  rowsOf(store::scheduleStatement()).size(),
+              2);
+}
+
+// The engine keeps names free of keys: a rename may take another task's name.
+TEST_F(TaskStore, AllowsTwoTasksOfOneName)
+{
+    addTask(u"a"_s, 1);
+    addTask(u"b"_s, 2);
+    connection.execute(u"UPDATE Opdrachtgegevens SET Opdrachtnaam = 'A'"_s);
+    addSlot(u"a"_s, 1, 1);
+    EXPECT_EQ(rowsOf(store::scheduleStatement()).size(), 2);
+}
