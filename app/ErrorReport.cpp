@@ -33,6 +33,7 @@ void endWithErrorReport(const RuntimeError &error)
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(WindowTitle()), qUtf8Printable(text));
     platform::host().showMessage(WindowTitle(), text, platform::MessageIcon::Critical);
     platform::host().endProgram(1);
+    isEnding = false; // only a host that goes on, as tests have it, comes back
 }
 
 void handleEvent(const std::function<void()> &handler) noexcept

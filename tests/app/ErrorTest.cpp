@@ -49,8 +49,8 @@ TEST(ErrorReport, ComesToRestTellsOnceAndEnds)
     QDir().mkpath(host.programFolder());
     QStringList rested;
     beforeErrorReport([&] { rested << u"rested"_s; });
+    host.onMessage = [] { handleEvent(fail); };
     handleEvent([] { throw std::runtime_error("unforeseen"); });
-    handleEvent(fail); // meanwhile
     EXPECT_EQ(rested.size(), 1);
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 51: unforeseen"_s});
     EXPECT_EQ(host.endings, QList<int>{1});

@@ -38,6 +38,14 @@ TEST(Folders, TheTrimmedTextGoesBackIntoTheSetting)
     EXPECT_EQ(sBestemmingsmap.text(), u"/srv"_s + QString(196, u' '));
 }
 
+TEST(Folders, AChosenFolderIsUsedWithoutItsNulWhichTheSettingKeeps)
+{
+    sSPCmap = u"  /srv/spc"_s + QChar::Null;
+    EXPECT_EQ(SpcFolder(), u"/srv/spc/"_s);
+    EXPECT_EQ(sSPCmap.text(), u"/srv/spc"_s + QChar::Null + QString(191, u' '));
+    EXPECT_EQ(SpcFolder(), u"/srv/spc/"_s);
+}
+
 TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)
 {
     const std::pair<QString, QString> cases[] = {

@@ -14,7 +14,7 @@ void FakeHost::sleep(std::chrono::milliseconds duration)
     if (onSleep)
         onSleep(duration);
     clock += std::chrono::floor<std::chrono::seconds>(duration);
-    ticks += static_cast<std::int32_t>(duration.count());
+    ticks = static_cast<std::int32_t>(static_cast<std::uint32_t>(ticks + duration.count()));
 }
 
 void FakeHost::openTextEditor(const QString &path, std::function<void()> onFailure)
@@ -24,9 +24,25 @@ void FakeHost::openTextEditor(const QString &path, std::function<void()> onFailu
         onFailure();
 }
 
-void FakeHost::showMessage(const QString &title, const QString &text, platform::MessageIcon)
+void FakeHost::showMessage(const QString &title, const QString &text, platform::MessageIcon icon)
 {
     messages << title + QStringLiteral(" | ") + text;
+    messageIcons << icon;
+    if (onMessage)
+        onMessage();
+}
+
+bool FakeHost::ask(const QString &title, const QString &question)
+{
+    questions << title + QStringLiteral(" | ") + question;
+    return !answers.isEmpty() && answers.takeFirst();
+}
+
+QString FakeHost::chooseFolder(QWidget *owner, const QString &title)
+{
+    lastFolderOwner = owner;
+    folderQuestions << title;
+    return folderChoices.isEmpty() ? QString() : folderChoices.takeFirst();
 }
 
 QByteArray fileBytes(const QString &path)

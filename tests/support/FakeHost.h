@@ -21,6 +21,13 @@ public:
     QList<std::chrono::milliseconds> sleeps;
     int beeps = 0;
     QStringList messages; ///< "title | text"
+    std::function<void()> onMessage; ///< called while a message is shown
+    QList<platform::MessageIcon> messageIcons;
+    QList<bool> answers;   ///< the user's next answers to questions; No when there is none
+    QStringList questions; ///< "title | question"
+    QStringList folderChoices; ///< the user's next choices of a folder; "" cancels
+    QStringList folderQuestions;
+    QWidget *lastFolderOwner = nullptr;
     QStringList openedInEditor;
     bool hasEditor = true;
     QList<int> endings; ///< the statuses that the program was to end with
@@ -37,6 +44,8 @@ public:
     void openTextEditor(const QString &path, std::function<void()> onFailure) override;
     void showMessage(const QString &title, const QString &text,
                      platform::MessageIcon icon) override;
+    bool ask(const QString &title, const QString &question) override;
+    QString chooseFolder(QWidget *owner, const QString &title) override;
     void endProgram(int status) override { endings << status; }
 
 private:

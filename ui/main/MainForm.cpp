@@ -8,7 +8,7 @@
 #include "platform/Host.h"
 #include "store/TaskStore.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 

@@ -22,6 +22,8 @@ class PB;
 
 namespace ui {
 
+class TextFileBox;
+
 /// Whether the pending or running download was asked for by hand. Cleared when it ends.
 extern platform::Boolean ForcedDownload;
 

@@ -8,10 +8,10 @@ namespace ui {
 /// A menu entry without its window is not shown.
 struct MenuWindows
 {
-    std::function<void()> taskList;
-    std::function<void()> forcedDownload;
-    std::function<void()> options;
-    std::function<void()> about;
+    std::function<void()> taskList = {};
+    std::function<void()> forcedDownload = {};
+    std::function<void()> options = {};
+    std::function<void()> about = {};
 };
 
 } // namespace ui

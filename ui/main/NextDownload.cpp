@@ -10,6 +10,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QScopeGuard>
 
 namespace ui {
 
@@ -60,7 +61,7 @@ private:
     WeekSlot readWhole() const
     {
         for (const int text : m_texts)
-            if (m_rows.value(text).isEmpty())
+            if (!m_rows.holdsValue(text))
                 throw platform::RuntimeError(platform::ErrorNumber::InvalidUseOfNull);
         return {m_rows.value(m_day).toInteger(), m_rows.value(m_hour).toInteger(),
                 m_rows.value(m_minute).toInteger()};
@@ -92,8 +93,6 @@ void MainForm::ZoekVolgende()
         showPending();
     else
         showNoTask();
-    if (store::rsOpdrachten->isOpen())
-        trap.step([] { store::rsOpdrachten->close(); });
     if (!searched)
         RecomputeLater->start(retryAfterFailure);
 }
@@ -104,14 +103,15 @@ bool MainForm::findNextDownload()
     store::Recordset &rows = *store::rsOpdrachten;
     rows.setSource(store::scheduleStatement());
     rows.open();
+    const auto closed = qScopeGuard([&rows] { rows.close(); });
     if (rows.recordCount() <= 0)
         return false;
-    TaskSlotRows slots_(rows, trap);
-    const auto chosen = chooseSlot(slots_, [] { return platform::host().now(); });
+    TaskSlotRows weekSlots(rows, trap);
+    const auto chosen = chooseSlot(weekSlots, [] { return platform::host().now(); });
     if (!chosen)
         return false;
     rows.setAbsolutePosition(chosen->row + 1);
-    slots_.fill(DownloadEntry);
+    weekSlots.fill(DownloadEntry);
     DownloadEntry.DownloadTime = chosen->moment;
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include "app/Version.h"
 
+#include <QStringList>
+
 namespace ui {
 
 using namespace Qt::StringLiterals;

@@ -32,6 +32,14 @@ MainFormTest::MainFormTest()
     station.routeHere();
 }
 
+MainFormTest::~MainFormTest()
+{
+    form.reset();
+    store::rsOpdrachten.reset();
+    store::dbConnection.close();
+    ui::ForcedDownload = platform::Boolean::False;
+}
+
 void MainFormTest::execute(const QString &statement)
 {
     store::dbConnection.execute(statement);

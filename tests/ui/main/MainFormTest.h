@@ -14,6 +14,7 @@ class MainFormTest : public testing::Test
 {
 protected:
     MainFormTest();
+    ~MainFormTest() override;
 
     /// Fills the database; before openForm or between computations.
     void execute(const QString &statement);
@@ -24,7 +25,8 @@ protected:
     void addTaskAt(std::chrono::local_seconds due, const QString &name, const QString &path,
                    const QString &fileName);
 
-    void openForm(ui::MenuWindows windows = {});
+    /// By default with all menu entries, which then do nothing.
+    void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}});
 
     /// One tick of the countdown.
     void tick();

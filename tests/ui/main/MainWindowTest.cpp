@@ -1,4 +1,5 @@
 #include "app/Module1.h"
+#include "platform/RuntimeError.h"
 #include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
@@ -44,7 +45,7 @@ TEST_F(MainWindow, MenusAppearWithTheirWindowsAndOpenThem)
     }
     EXPECT_EQ(opened, (QStringList{u"list"_s, u"force"_s, u"options"_s, u"about"_s}));
 
-    openForm();
+    openForm(ui::MenuWindows());
     for (const auto &[name, caption] : entries)
         EXPECT_FALSE(form->findChild<QAction *>(name)->isVisible());
 }

@@ -27,9 +27,8 @@ TEST_F(NextDownload, WithoutActiveTasksSaysSoInRed)
 
 TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
 {
-    addTask(u"Kid's hour"_s, u"  http://station.example/kids/late%20st.mp3  "_s, u" kids .mp3 "_s,
+    addTask(u"Kid''s hour"_s, u"  http://station.example/kids/late%20st.mp3  "_s, u" kids .mp3 "_s,
             30);
-    execute(u"UPDATE Opdrachtgegevens SET Opdrachtnaam = 'Kid''s hour'"_s);
     execute(u"INSERT INTO Tijden VALUES ('KID''S HOUR', 3, 11)"_s);
     openForm();
     const ui::DownloadRecord &entry = form->DownloadEntry;
@@ -117,6 +116,8 @@ TEST_F(NextDownload, AnOtherComputationCancelsTheOneThatWaits)
     store::rsOpdrachten->open(); // in use: the computation cannot open it
     form->ZoekVolgende();
     EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(store::rsOpdrachten->isOpen());
+    store::rsOpdrachten->close();
     form->ZoekVolgende();
     EXPECT_FALSE(waitsForRecompute());
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
