@@ -1,5 +1,7 @@
 #include "controls/DL/Transfer.h"
 
+#include "controls/DL/Address.h"
+
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QPointer>
@@ -8,8 +10,6 @@
 #include <limits>
 
 namespace controls {
-
-using namespace Qt::StringLiterals;
 
 // The reader takes a quarter of what may wait for it, so that network and disk work side by side
 // while memory stays bounded.
@@ -21,12 +21,6 @@ constexpr int MostRedirects = 10;
 // Counts have 32 bits, and one byte past the announced length must still fit.
 constexpr qint64 MostAnnounced = std::numeric_limits<qint32>::max() - 1;
 
-// The network stack would open local files, too, and ask a proxy for an address without a host.
-static bool isFetchable(const QUrl &url)
-{
-    return (url.scheme() == "http"_L1 || url.scheme() == "https"_L1) && !url.host().isEmpty();
-}
-
 static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
 {
     QNetworkRequest request(url);
@@ -34,13 +28,30 @@ static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
     request.setRawHeader("Cache-Control", "no-cache");
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    // Left to itself, the stack now and then asks for a redirected address twice.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(MostRedirects);
+                         QNetworkRequest::ManualRedirectPolicy);
     // The bounded read buffer holds for HTTP/1 only.
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setTransferTimeout(static_cast<int>(limits.idle.count()));
     return request;
+}
+
+static int statusOf(const QNetworkReply &reply)
+{
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+static bool hasAnswered(const QNetworkReply &reply)
+{
+    return statusOf(reply) != 0 || reply.isFinished();
+}
+
+// Where the answer sends us on to; empty when nowhere.
+static QUrl redirectTarget(const QNetworkReply &reply)
+{
+    const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    return target.isEmpty() ? target : reply.url().resolved(target);
 }
 
 // Only an answer in the 200s brings the file, and not a part of it (206), which was never asked
@@ -48,7 +59,7 @@ static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
 // connection, whatever page comes with it.
 static bool bringsFile(const QNetworkReply &reply)
 {
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const int status = statusOf(reply);
     return status >= 200 && status <= 299 && status != 206;
 }
 
@@ -64,48 +75,52 @@ static qint32 announcedLength(const QNetworkReply &reply)
 }
 
 Transfer::Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits &limits)
-    : m_limits(limits)
+    : m_network(network)
+    , m_limits(limits)
     , m_block(BlockBytes)
 {
     if (!isFetchable(url)) {
         QMetaObject::invokeMethod(this, &Transfer::end, Qt::QueuedConnection);
         return;
     }
-    m_reply.reset(network.get(requestFor(url, limits)));
-    m_reply->setReadBufferSize(ReadBufferBytes);
-    // Queued: whoever destroys this transfer from a notice never does so under the reply's feet.
-    connect(m_reply.get(), &QNetworkReply::readyRead, this, &Transfer::storeBlock,
-            Qt::QueuedConnection);
-    connect(m_reply.get(), &QNetworkReply::finished, this, &Transfer::storeBlock,
-            Qt::QueuedConnection);
+    request(url);
     connect(&m_period, &QTimer::timeout, this, &Transfer::endIfSlow);
     m_period.start(limits.period);
 }
 
-void Transfer::storeBlock()
+void Transfer::request(const QUrl &url)
 {
-    if (!m_reply)
-        return; // this notice was on its way when the transfer ended
+    m_reply.reset(m_network.get(requestFor(url, m_limits)));
+    m_reply->setReadBufferSize(ReadBufferBytes);
+    // Queued: whoever destroys this transfer from a notice never does so under the reply's feet.
+    connect(m_reply.get(), &QNetworkReply::readyRead, this, &Transfer::proceed,
+            Qt::QueuedConnection);
+    connect(m_reply.get(), &QNetworkReply::finished, this, &Transfer::proceed,
+            Qt::QueuedConnection);
+}
+
+void Transfer::proceed()
+{
+    if (!m_reply || !hasAnswered(*m_reply))
+        return; // a late notice of a reply that is gone
+    if (const QUrl target = redirectTarget(*m_reply); !target.isEmpty())
+        return follow(target);
     if (!bringsFile(*m_reply))
         return end();
     m_announced = announcedLength(*m_reply);
     const qint64 arrived = readBlock();
-    if (arrived <= 0) {
-        if (m_reply->isFinished())
-            end();
-        return;
-    }
-    const qint64 written = m_file->write(m_block.data(), arrived);
-    m_stored += static_cast<qint32>(written);
-    const bool isLast = written < arrived || m_stored >= mostBytes();
-
-    // The next block comes even if a handler of this notice runs an event loop of its own.
-    QMetaObject::invokeMethod(this, &Transfer::storeBlock, Qt::QueuedConnection);
-    const QPointer<Transfer> self(this);
-    if (written > 0)
-        Q_EMIT progressed();
-    if (isLast && self && m_reply)
+    if (arrived > 0)
+        store(arrived);
+    else if (m_reply->isFinished())
         end();
+}
+
+void Transfer::follow(const QUrl &target)
+{
+    if (m_redirects == MostRedirects || !mayLeadTo(m_reply->url(), target))
+        return end();
+    ++m_redirects;
+    request(target);
 }
 
 // A reply that ran into its time limit has closed itself.
@@ -114,6 +129,21 @@ qint64 Transfer::readBlock()
     return m_reply->isOpen()
                ? m_reply->read(m_block.data(), qMin(BlockBytes, mostBytes() - m_stored))
                : 0;
+}
+
+void Transfer::store(qint64 arrived)
+{
+    const qint64 written = m_file->write(m_block.data(), arrived);
+    m_stored += static_cast<qint32>(written);
+    const bool isLast = written < arrived || m_stored >= mostBytes();
+
+    // The next block comes even if a handler of this notice runs an event loop of its own.
+    QMetaObject::invokeMethod(this, &Transfer::proceed, Qt::QueuedConnection);
+    const QPointer<Transfer> self(this);
+    if (written > 0)
+        Q_EMIT progressed();
+    if (isLast && self && m_reply)
+        end();
 }
 
 // One byte past the announced length proves that the counts will never agree.

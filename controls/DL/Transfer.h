@@ -42,18 +42,22 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void storeBlock();
+    void request(const QUrl &url);
+    void proceed();
+    void follow(const QUrl &target);
     qint64 readBlock();
+    void store(qint64 arrived);
+    qint64 mostBytes() const;
     void endIfSlow();
     void end();
 
-    qint64 mostBytes() const;
-
+    QNetworkAccessManager &m_network;
     const Limits m_limits;
     std::unique_ptr<TemporaryFile> m_file = std::make_unique<TemporaryFile>();
     std::unique_ptr<QNetworkReply> m_reply; ///< null once the transfer has ended
     std::vector<char> m_block;
     QTimer m_period;
+    int m_redirects = 0;
     qint32 m_stored = 0;
     qint32 m_storedBefore = 0; ///< when the period began
     qint32 m_announced = 0;

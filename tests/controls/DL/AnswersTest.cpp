@@ -1,3 +1,4 @@
+#include "controls/DL/Address.h"
 #include "tests/controls/DL/Downloads.h"
 #include "tests/support/Print.h"
 
@@ -154,6 +155,16 @@ TEST_F(AddressesTest, FollowsTenRedirects)
     EXPECT_EQ(download(dl, Station::url(u"/11"_s), destination()), (Counts{0, 0}));
     EXPECT_EQ(station.requests().size(), 11U);
     EXPECT_EQ(download(dl, Station::url(u"/10"_s), destination()), (Counts{3000, 3000}));
+}
+
+TEST(RedirectTest, NeverLeadsDownFromHttpsToHttp)
+{
+    const QUrl open(u"http://station.example/"_s);
+    const QUrl secure(u"https://station.example/"_s);
+    EXPECT_TRUE(controls::mayLeadTo(open, open));
+    EXPECT_TRUE(controls::mayLeadTo(open, secure));
+    EXPECT_TRUE(controls::mayLeadTo(secure, secure));
+    EXPECT_FALSE(controls::mayLeadTo(secure, open));
 }
 
 TEST_F(AddressesTest, ThatCannotBeFetchedCompleteWithoutData)

@@ -190,7 +190,7 @@ TEST_F(ControlTest, EndsATransferThatStalls)
     station.answer(u"/mute.mp2"_s, {.raw = ""});
     station.answer(u"/head.mp2"_s, {.body = Audio, .cutAfter = 0});
     station.answer(u"/body.mp2"_s, {.body = Audio, .cutAfter = 10});
-    DL dl(nullptr, {.idle = 100ms});
+    DL dl(nullptr, {.idle = 300ms});
     EXPECT_EQ(download(dl, Station::url(u"/mute.mp2"_s), destination()), (Counts{0, 0}));
     EXPECT_EQ(download(dl, Station::url(u"/head.mp2"_s), destination()), (Counts{0, Size}));
     EXPECT_EQ(download(dl, Station::url(u"/body.mp2"_s), destination()), (Counts{10, Size}));
@@ -208,9 +208,9 @@ TEST_F(ControlTest, EndsATransferThatDrips)
 
 TEST_F(ControlTest, LetsASlowTransferFinishThatKeepsItsRate)
 {
-    station.answer(u"/slow.mp2"_s, {.body = Audio.left(30'000), .bytesPerSecond = 60'000});
-    DL dl(nullptr, {.period = 100ms, .leastBytes = 500});
-    EXPECT_EQ(download(dl, Station::url(u"/slow.mp2"_s), destination()), (Counts{30'000, 30'000}));
+    station.answer(u"/slow.mp2"_s, {.body = Audio.left(48'000), .bytesPerSecond = 48'000});
+    DL dl(nullptr, {.period = 400ms, .leastBytes = 500});
+    EXPECT_EQ(download(dl, Station::url(u"/slow.mp2"_s), destination()), (Counts{48'000, 48'000}));
 }
 
 TEST_F(ControlTest, EndsAStreamWithoutLength)
