@@ -38,7 +38,7 @@ static QString folderOfSetting(FixedText<200> &setting)
 {
     const QString folder = platform::trimmedBlanks(setting.text());
     setting = folder;
-    return folderWithSeparator(folder);
+    return folderWithSeparator(platform::untilNul(folder));
 }
 
 QString DestinationFolder()

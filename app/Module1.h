@@ -20,6 +20,9 @@ QString settingsFileName();
 QString ReadIni(const QString &file, const QString &section, const QString &key,
                 const QString &defaultValue);
 
+/// A value of the settings file, "?" when it is missing.
+QString readSetting(const QString &section, const QString &key);
+
 /// Stores a value with its line breaks, while in the caller's `value` every carriage return and
 /// line feed becomes a blank. The asymmetry is deliberate. A failed write is not reported.
 void WriteIni(const QString &file, const QString &section, const QString &key, QString &value);
@@ -31,7 +34,8 @@ void LoadSettings();
 QString WindowsFolder();
 
 /// The destination folder with one separator at its end, blanks at its ends dropped (in the
-/// setting as well). See folderWithSeparator().
+/// setting as well). It ends before a NUL character, which a chosen folder has at its end until
+/// the settings are loaded. See folderWithSeparator().
 QString DestinationFolder();
 
 /// The same for the SPC folder.
@@ -57,6 +61,12 @@ QString logFilePath();
 /// missing. The file is open for the time of the call only, so that it is complete on disk at any
 /// moment. Raises what the file system refuses.
 void WriteLog(const QString &message);
+
+/// The program's title.
+QString programTitle();
+
+/// The program's version, for example "1.8.1".
+QString versionText();
 
 /// The program's title, a blank and its version, for example "Ostravelin 1.8.1".
 QString WindowTitle();

@@ -24,6 +24,11 @@ QString ReadIni(const QString &file, const QString &section, const QString &key,
     return platform::host().profileString(file, section, key, defaultValue, valueSize);
 }
 
+QString readSetting(const QString &section, const QString &key)
+{
+    return ReadIni(settingsFileName(), section, key, u"?"_s);
+}
+
 void WriteIni(const QString &file, const QString &section, const QString &key, QString &value)
 {
     const QString written = value;
@@ -33,13 +38,10 @@ void WriteIni(const QString &file, const QString &section, const QString &key, Q
 
 void LoadSettings()
 {
-    const auto setting = [](const QString &section, const QString &key) {
-        return ReadIni(settingsFileName(), section, key, u"?"_s);
-    };
-    sBestemmingsmap = setting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s);
-    sSPCmap = setting(u"Bestandsmappen"_s, u"SPCmap"_s);
-    sSPC = setting(u"Opties"_s, u"SPC"_s);
-    sPreXP = setting(u"Opties"_s, u"preXP"_s);
+    sBestemmingsmap = readSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s);
+    sSPCmap = readSetting(u"Bestandsmappen"_s, u"SPCmap"_s);
+    sSPC = readSetting(u"Opties"_s, u"SPC"_s);
+    sPreXP = readSetting(u"Opties"_s, u"preXP"_s);
 }
 
 } // namespace app

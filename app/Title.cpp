@@ -5,11 +5,21 @@ namespace app {
 
 using namespace Qt::StringLiterals;
 
-QString WindowTitle()
+QString programTitle()
 {
-    return u"Ostravelin %1.%2.%3"_s.arg(programVersion.major)
+    return u"Ostravelin"_s;
+}
+
+QString versionText()
+{
+    return u"%1.%2.%3"_s.arg(programVersion.major)
         .arg(programVersion.minor)
         .arg(programVersion.revision);
+}
+
+QString WindowTitle()
+{
+    return programTitle() + u' ' + versionText();
 }
 
 } // namespace app

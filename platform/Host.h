@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <functional>
 
+class QWidget;
+
 namespace platform {
 
 /// The concatenation of two files into a third, all in one folder, as a process of its own.
@@ -82,6 +84,14 @@ public:
 
     /// Shows a modal message with an OK button.
     virtual void showMessage(const QString &title, const QString &text, MessageIcon icon) = 0;
+
+    /// Asks a modal question. Returns whether the answer is Yes; No is the default, and what
+    /// closing the box means.
+    virtual bool ask(const QString &title, const QString &question) = 0;
+
+    /// Lets the user choose a folder that exists, over the window that asks. Returns its path in
+    /// native separators, or "" when the user chose none.
+    virtual QString chooseFolder(QWidget *owner, const QString &title) = 0;
 
     /// Ends the process at once, without running anything that is still on the stack.
     virtual void endProgram(int status) = 0;

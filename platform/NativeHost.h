@@ -24,6 +24,8 @@ public:
     std::uint32_t findBatchWindow(BatchWindowKind kind) const override;
     int closeBatchWindow(std::uint32_t window) override;
     void showMessage(const QString &title, const QString &text, MessageIcon icon) override;
+    bool ask(const QString &title, const QString &question) override;
+    QString chooseFolder(QWidget *owner, const QString &title) override;
     void endProgram(int status) override;
 
 private:

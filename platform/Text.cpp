@@ -13,4 +13,9 @@ QString trimmedBlanks(const QString &text)
     return text.mid(begin, end - begin);
 }
 
+QString untilNul(const QString &text)
+{
+    return text.left(text.indexOf(QChar::Null));
+}
+
 } // namespace platform

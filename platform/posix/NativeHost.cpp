@@ -3,6 +3,8 @@
 #include "platform/posix/Profile.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
@@ -106,6 +108,22 @@ void NativeHost::showMessage(const QString &title, const QString &text, MessageI
                     title, text, QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.exec();
+}
+
+bool NativeHost::ask(const QString &title, const QString &question)
+{
+    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
+{
+    return QDir::toNativeSeparators(
+        QFileDialog::getExistingDirectory(owner, title, QDir::homePath()));
 }
 
 void NativeHost::endProgram(int status)

@@ -1,5 +1,7 @@
 #include "platform/posix/Profile.h"
 
+#include "platform/Text.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -117,8 +119,7 @@ static QByteArray lineEndOf(const Lines &lines)
 static void setValue(Lines &lines, const QString &section, const QString &key, const QString &value)
 {
     const QByteArray lineEnd = lineEndOf(lines);
-    const QString untilNul = value.left(value.indexOf(QChar::Null)); // as of any C text
-    const QByteArray line = (key + u'=' + untilNul).toUtf8() + lineEnd;
+    const QByteArray line = (key + u'=' + untilNul(value)).toUtf8() + lineEnd;
     const Place place = findPlace(lines, section, key);
     if (place.keyLine >= 0) {
         lines[place.keyLine] = line;
