@@ -1,6 +1,7 @@
 #include "controls/DL/DL.h"
 #include "controls/PB/PB.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/Named.h"
 #include "ui/main/TextFileBox.h"
 
 #include <QBoxLayout>
@@ -13,14 +14,6 @@ namespace ui {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-template <typename Control, typename... Arguments>
-static Control *named(const QString &name, Arguments... arguments)
-{
-    auto *control = new Control(arguments...);
-    control->setObjectName(name);
-    return control;
-}
 
 static QLabel *makeLabel(const QString &name, const QString &meaning)
 {
