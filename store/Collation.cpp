@@ -11,28 +11,38 @@ static bool isPlain(char character)
     return static_cast<unsigned char>(character) < 0x80;
 }
 
+static bool isInsideLetter(char character)
+{
+    return (static_cast<unsigned char>(character) & 0xC0) == 0x80;
+}
+
 static char plainLower(char character)
 {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
                                                 : character;
 }
 
-static int compareAnyLetters(std::string_view first, std::string_view second)
+// From the letter on that the given byte of the texts is a part of; they are equal before it.
+static int compareAnyLetters(std::string_view first, std::string_view second, std::size_t at)
 {
-    const auto decoded = [](std::string_view text) {
-        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    while (at > 0 && (isInsideLetter(first[at]) || isInsideLetter(second[at])))
+        --at;
+    const auto rest = [at](std::string_view text) {
+        return QString::fromUtf8(text.data() + at, static_cast<qsizetype>(text.size() - at));
     };
-    return decoded(first).compare(decoded(second), Qt::CaseInsensitive);
+    return rest(first).compare(rest(second), Qt::CaseInsensitive);
 }
 
 // The engine calls this some hundred thousand times for one schedule, so letters outside the plain
-// alphabet are decoded only from the first one on at which the texts meet one.
+// alphabet are decoded only where the texts differ in one.
 int compareTexts(std::string_view first, std::string_view second)
 {
     const std::size_t shared = std::min(first.size(), second.size());
     for (std::size_t at = 0; at < shared; ++at) {
+        if (first[at] == second[at])
+            continue;
         if (!isPlain(first[at]) || !isPlain(second[at]))
-            return compareAnyLetters(first.substr(at), second.substr(at));
+            return compareAnyLetters(first, second, at);
         const int difference = plainLower(first[at]) - plainLower(second[at]);
         if (difference != 0)
             return difference;

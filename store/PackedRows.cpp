@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <memory>
-#include <span>
 #include <sqlite3.h>
 
 namespace store {
@@ -11,7 +10,7 @@ void PackedRows::clear(int columns)
 {
     m_rows.clear();
     m_memory.clear();
-    m_packing.resize(static_cast<std::size_t>(columns));
+    m_columns = columns;
 }
 
 void PackedRows::append(sqlite3_stmt *statement)
@@ -55,9 +54,18 @@ const PackedRows::Cell &PackedRows::cell(int row, int column) const
     return m_rows[static_cast<std::size_t>(row)][column];
 }
 
+const PackedRows::Cell *PackedRows::pack(sqlite3_stmt *statement)
+{
+    const std::size_t count = static_cast<std::size_t>(m_columns);
+    auto *cells = reinterpret_cast<Cell *>(m_memory.allocate(count * sizeof(Cell)));
+    for (int column = 0; column < m_columns; ++column)
+        std::construct_at(cells + column, packed(statement, column));
+    return cells;
+}
+
 // Asking for the value once and then for its parts is cheaper than asking the statement for each
 // part; it is safe as long as one thread uses the connection.
-PackedRows::Cell PackedRows::columnOf(sqlite3_stmt *statement, int column)
+PackedRows::Cell PackedRows::packed(sqlite3_stmt *statement, int column)
 {
     sqlite3_value *value = sqlite3_column_value(statement, column);
     Cell cell = {};
@@ -74,34 +82,13 @@ PackedRows::Cell PackedRows::columnOf(sqlite3_stmt *statement, int column)
         cell.kind = Kind::Empty;
         break;
     default:
+        const unsigned char *text = sqlite3_value_text(value);
         cell.kind = Kind::Text;
-        cell.text = reinterpret_cast<const char *>(sqlite3_value_text(value));
         cell.size = static_cast<std::uint32_t>(sqlite3_value_bytes(value));
+        cell.text =
+            static_cast<const char *>(std::memcpy(m_memory.allocate(cell.size), text, cell.size));
     }
     return cell;
-}
-
-const PackedRows::Cell *PackedRows::pack(sqlite3_stmt *statement)
-{
-    std::size_t textSize = 0;
-    for (std::size_t column = 0; column < m_packing.size(); ++column) {
-        m_packing[column] = columnOf(statement, static_cast<int>(column));
-        textSize += m_packing[column].size;
-    }
-
-    const std::size_t cellSize = m_packing.size() * sizeof(Cell);
-    std::byte *memory = m_memory.allocate(cellSize + textSize);
-    auto *cells = reinterpret_cast<Cell *>(memory);
-    auto *text = reinterpret_cast<char *>(memory + cellSize);
-    std::uninitialized_copy(m_packing.begin(), m_packing.end(), cells);
-    for (Cell &cell : std::span(cells, m_packing.size())) {
-        if (cell.kind != Kind::Text)
-            continue;
-        std::memcpy(text, cell.text, cell.size);
-        cell.text = text;
-        text += cell.size;
-    }
-    return cells;
 }
 
 } // namespace store

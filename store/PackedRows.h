@@ -47,13 +47,13 @@ private:
         };
     };
 
-    static Cell columnOf(sqlite3_stmt *statement, int column);
     const Cell *pack(sqlite3_stmt *statement);
+    Cell packed(sqlite3_stmt *statement, int column);
     const Cell &cell(int row, int column) const;
 
     Arena m_memory;
-    std::vector<const Cell *> m_rows; ///< each row's cells, with their texts behind them
-    std::vector<Cell> m_packing;      ///< the row being packed
+    int m_columns = 0;
+    std::vector<const Cell *> m_rows; ///< the cells of each row
 };
 
 } // namespace store

@@ -17,6 +17,12 @@ static QString tableOf(sqlite3_stmt *statement)
     return QString::fromUtf8(sqlite3_column_table_name(statement, 0));
 }
 
+// The value of a Boolean field.
+static Value withTruth(const Value &value)
+{
+    return value.isEmpty() ? value : value.toBoolean();
+}
+
 Recordset::Recordset(const Connection &connection)
     : m_connection(connection)
 {}
@@ -137,10 +143,9 @@ Value Recordset::value(int field) const
             return assigned.value_or(Value());
     }
     requireRow();
-    Value value = m_rows.value(m_current, field);
-    if (m_fields.isBoolean(field) && !value.isEmpty())
-        return value.toBoolean();
-    return value;
+    if (m_fields.isBoolean(field))
+        return withTruth(m_rows.value(m_current, field));
+    return m_rows.value(m_current, field);
 }
 
 bool Recordset::holdsValue(int field) const
@@ -167,8 +172,8 @@ void Recordset::setValue(QStringView name, const Value &value)
         requireRow();
     if (m_assigned.empty())
         m_assigned.resize(static_cast<std::size_t>(m_fields.count()));
-    const bool isTruth = m_fields.isBoolean(field) && !value.isEmpty();
-    m_assigned[static_cast<std::size_t>(field)] = isTruth ? value.toBoolean() : value;
+    m_assigned[static_cast<std::size_t>(field)] =
+        m_fields.isBoolean(field) ? withTruth(value) : value;
 }
 
 void Recordset::update()
