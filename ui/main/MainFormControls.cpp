@@ -38,6 +38,14 @@ static QLabel *makeFigures(const QString &name, const QString &meaning, const QS
     return label;
 }
 
+// Makes room under the smaller figures, so that both stand on one line.
+static void standOnBaselineOf(const QLabel *large, QLabel *small)
+{
+    const int lower = large->fontMetrics().descent() - small->fontMetrics().descent();
+    small->setContentsMargins(0, 0, 0, lower);
+    small->setFixedHeight(small->height() + lower);
+}
+
 static QFrame *makeShape(const QString &name, QLayout *content)
 {
     auto *shape = named<QFrame>(name);
@@ -92,9 +100,11 @@ QWidget *MainForm::makeCountdownFrame()
                          u"8888888"_s);
     Label3->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
+    standOnBaselineOf(Label1, Label2);
+
     auto *figures = new QHBoxLayout;
     figures->addWidget(Label1);
-    figures->addWidget(Label2);
+    figures->addWidget(Label2, 0, Qt::AlignBottom);
     figures->addStretch();
     figures->addWidget(makeLine(u"Line2"_s, QFrame::VLine));
     figures->addWidget(Label3);
@@ -104,6 +114,7 @@ QWidget *MainForm::makeCountdownFrame()
     bold.setPointSize(12);
     bold.setBold(true);
     Label4->setFont(bold);
+    Label4->setForegroundRole(QPalette::WindowText); // not that of texts on Shape2's background
     auto *next = new QHBoxLayout;
     next->addWidget(Label4);
     QFrame *Shape2 = makeShape(u"Shape2"_s, next);

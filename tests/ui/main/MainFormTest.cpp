@@ -106,7 +106,8 @@ QString MainFormTest::labelText(const QString &name) const
 
 QString MainFormTest::labelColour(const QString &name) const
 {
-    return form->findChild<QLabel *>(name)->palette().color(QPalette::WindowText).name();
+    const auto *label = form->findChild<QLabel *>(name);
+    return label->palette().color(label->foregroundRole()).name();
 }
 
 bool MainFormTest::canUse(const QString &entry) const
