@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 namespace store {
@@ -16,13 +15,13 @@ public:
     std::byte *allocate(std::size_t size)
     {
         size = (size + alignment - 1) / alignment * alignment;
-        while (m_current < m_blocks.size() && m_blocks[m_current].size - m_used < size) {
+        while (m_current < m_blocks.size() && m_blocks[m_current].size() - m_used < size) {
             ++m_current;
             m_used = 0;
         }
         if (m_current == m_blocks.size())
-            addBlock(size);
-        std::byte *piece = m_blocks[m_current].memory.get() + m_used;
+            m_blocks.emplace_back(std::max(size, usualBlockSize));
+        std::byte *piece = m_blocks[m_current].data() + m_used;
         m_used += size;
         return piece;
     }
@@ -35,21 +34,9 @@ public:
 
 private:
     static constexpr std::size_t alignment = 8;
-    static constexpr std::size_t usualBlockSize = 64 * 1024;
+    static constexpr std::size_t usualBlockSize = 65536;
 
-    struct Block
-    {
-        std::unique_ptr<std::byte[]> memory;
-        std::size_t size;
-    };
-
-    void addBlock(std::size_t size)
-    {
-        const std::size_t blockSize = std::max(size, usualBlockSize);
-        m_blocks.push_back({std::make_unique_for_overwrite<std::byte[]>(blockSize), blockSize});
-    }
-
-    std::vector<Block> m_blocks;
+    std::vector<std::vector<std::byte>> m_blocks;
     std::size_t m_current = 0; ///< index of the block in use
     std::size_t m_used = 0;    ///< bytes of it
 };

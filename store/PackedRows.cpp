@@ -56,7 +56,7 @@ const PackedRows::Cell &PackedRows::cell(int row, int column) const
 
 const PackedRows::Cell *PackedRows::pack(sqlite3_stmt *statement)
 {
-    const std::size_t count = static_cast<std::size_t>(m_columns);
+    const auto count = static_cast<std::size_t>(m_columns);
     auto *cells = reinterpret_cast<Cell *>(m_memory.allocate(count * sizeof(Cell)));
     for (int column = 0; column < m_columns; ++column)
         std::construct_at(cells + column, packed(statement, column));

@@ -289,9 +289,9 @@ Recordset::Key &Recordset::currentKey()
 
 std::vector<Value> Recordset::currentAsRead() const
 {
-    std::vector<Value> values;
+    std::vector<Value> values(static_cast<std::size_t>(m_fields.count()));
     for (int field = 0; field < m_fields.count(); ++field)
-        values.push_back(m_rows.value(m_current, field));
+        values[static_cast<std::size_t>(field)] = m_rows.value(m_current, field);
     return values;
 }
 

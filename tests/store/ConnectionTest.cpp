@@ -96,7 +96,7 @@ TEST_F(ConnectionFault, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecryp
         {"text of whole pages", QByteArray("Opdracht").repeated(512), ErrorNumber::NotADatabase},
         {"not encrypted", unencrypted, ErrorNumber::NotADatabase},
         {"cut inside a page", good.chopped(100), ErrorNumber::NotADatabase},
-        {"cut behind a page", good.first(2 * 1024), ErrorNumber::WrongDatabasePassword},
+        {"cut behind a page", good.first(2048), ErrorNumber::WrongDatabasePassword},
         {"damaged", withOtherByteAt(good, 500), ErrorNumber::WrongDatabasePassword},
     };
     connection.close();
