@@ -14,7 +14,6 @@ DL::DL(QWidget *parent, const Limits &limits)
     , m_limits(limits)
 {
     setFixedSize(SidePixels, SidePixels);
-    QWidget::setVisible(false);
 }
 
 DL::~DL() = default;

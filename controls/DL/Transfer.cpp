@@ -26,7 +26,6 @@ static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
     QNetworkRequest request(url);
     request.setRawHeader("Accept-Encoding", "identity"); // so that the stack decodes nothing
     request.setRawHeader("Cache-Control", "no-cache");
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     // Left to itself, the stack now and then asks for a redirected address twice.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
@@ -142,7 +141,7 @@ void Transfer::store(qint64 arrived)
     const QPointer<Transfer> self(this);
     if (written > 0)
         Q_EMIT progressed();
-    if (isLast && self && m_reply)
+    if (isLast && self)
         end();
 }
 

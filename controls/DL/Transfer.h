@@ -38,7 +38,7 @@ public:
 Q_SIGNALS:
     /// After each stored block.
     void progressed();
-    /// Once, when there is nothing more to come.
+    /// Once, when there is nothing more to come; the receiver destroys the transfer.
     void ended();
 
 private:

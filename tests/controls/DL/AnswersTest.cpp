@@ -134,6 +134,7 @@ static const AnswerCase Answers[] = {
     {"RedirectToNotFound", redirect("/missing.mp2"), 0, 0},
     {"RedirectInACircle", redirect("/raw.mp2"), 0, 0},
     {"RedirectWithoutTarget", {.status = 302, .body = Audio}, 0, 0},
+    {"RedirectWithoutHost", redirect("http:///elsewhere.mp2"), 0, 0},
     {"RedirectToLocalFile", redirect("file:///etc/passwd"), 0, 0},
     {"RedirectToAnotherScheme", redirect("ftp://station.example/elsewhere.mp2"), 0, 0},
     {"RedirectToData", redirect("data:,audio"), 0, 0},

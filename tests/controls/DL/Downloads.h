@@ -63,7 +63,7 @@ protected:
         QSignalSpy completed(&dl, &controls::DL::Completed);
         dl.Download(address, destination);
         EXPECT_TRUE(completed.isEmpty());
-        if (!completed.isEmpty() || completed.wait(30'000))
+        if (!completed.isEmpty() || completed.wait(20'000))
             return countsOf(completed.first());
         ADD_FAILURE() << "not completed";
         return {-1, -1};
