@@ -1,0 +1,333 @@
+#include "tests/ui/dialogs/TaskListTest.h"
+
+#include "store/Statements.h"
+#include "store/TaskStore.h"
+#include "tests/support/Errors.h"
+#include "tests/support/Print.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QTest>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+using platform::Boolean;
+using platform::ErrorNumber;
+using store::bNieuweOpdracht;
+using store::rsOpdrachten;
+using store::sOpdrachtnaam;
+using testing_support::errorOf;
+
+TaskListTest::TaskListTest()
+{
+    store::createTaskRecordset();
+}
+
+void TaskListTest::openList()
+{
+    list = std::make_unique<ui::frmOpdrachten>([this](QWidget *) {
+        if (edit)
+            edit();
+    });
+    list->show();
+    list->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(list.get()));
+}
+
+QPushButton *TaskListTest::button(const QString &name) const
+{
+    return list->findChild<QPushButton *>(name);
+}
+
+void TaskListTest::click(const QString &name) const
+{
+    QTest::mouseClick(button(name), Qt::LeftButton);
+}
+
+bool TaskListTest::canChange() const
+{
+    EXPECT_TRUE(button(u"Toevoegen"_s)->isEnabled());
+    EXPECT_EQ(button(u"Wijzigen"_s)->isEnabled(), button(u"Verwijderen"_s)->isEnabled());
+    return button(u"Wijzigen"_s)->isEnabled();
+}
+
+QPoint TaskListTest::placeInRow(int row) const
+{
+    return grid()->visualRect(grid()->model()->index(row - 1, 1)).center();
+}
+
+void TaskListTest::clickRow(int row, Qt::KeyboardModifiers modifiers) const
+{
+    QTest::mouseClick(grid()->viewport(), Qt::LeftButton, modifiers, placeInRow(row));
+}
+
+int TaskListTest::selectedRow() const
+{
+    const QModelIndexList rows = grid()->selectionModel()->selectedRows();
+    if (rows.isEmpty())
+        return 0;
+    EXPECT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].row(), grid()->currentIndex().row());
+    return rows[0].row() + 1;
+}
+
+QString TaskListTest::cell(int row, int column) const
+{
+    return grid()->model()->index(row - 1, column).data().toString();
+}
+
+QStringList TaskListTest::names() const
+{
+    QStringList names;
+    for (int row = 1; row <= grid()->model()->rowCount(); ++row)
+        names << cell(row, 0);
+    return names;
+}
+
+namespace {
+
+// Three tasks, none of them where its name would be in a sorted list.
+class TaskList : public TaskListTest
+{
+protected:
+    TaskList() { fill(); }
+
+    void fill()
+    {
+        addTask(u"Noon"_s, u"http://a/noon.mp2"_s, u"noon.mp2"_s, 12);
+        addTask(u"Late"_s, u"http://a/late.mp2"_s, u"late.mp2"_s, 23, false);
+        addTask(u"Early"_s, u"http://a/early.mp2"_s, u"early.mp2"_s, 5);
+    }
+
+    std::function<void()> add(const QString &name)
+    {
+        return [this, name] {
+            addTask(store::withDoubledQuotes(name), u"http://a/b"_s, u"b"_s);
+            sOpdrachtnaam = name;
+        };
+    }
+
+    std::function<void()> rename(const QString &name)
+    {
+        return [this, name] {
+            execute(
+                u"UPDATE Opdrachtgegevens SET Opdrachtnaam = '%1' WHERE Opdrachtnaam = '%2'"_s.arg(
+                    store::withDoubledQuotes(name), sOpdrachtnaam));
+            sOpdrachtnaam = name;
+        };
+    }
+
+    void removeAll() { execute(u"DELETE FROM Opdrachtgegevens"_s); }
+};
+
+} // namespace
+
+TEST_F(TaskList, ShowsTheTasksInTheOrderOfTheTable)
+{
+    openList();
+    EXPECT_EQ(list->windowTitle(), u"Ostravelin 1.8.1"_s);
+    EXPECT_EQ(names(), (QStringList{u"Noon"_s, u"Late"_s, u"Early"_s}));
+    EXPECT_EQ(cell(1, 4), u"True"_s);
+    const struct
+    {
+        QString title;
+        int width;
+        QString late; // text in the inactive task's row
+    } columns[] = {{u"Taskname"_s, 147, u"Late"_s},
+                   {u"Download address"_s, 263, u"http://a/late.mp2"_s},
+                   {u"Filename"_s, 120, u"late.mp2"_s},
+                   {u""_s, 0, u"23"_s},
+                   {u"Active"_s, 43, u"False"_s}};
+    for (int column = 0; column < 5; ++column) {
+        const auto &[title, width, late] = columns[column];
+        EXPECT_EQ(grid()->model()->headerData(column, Qt::Horizontal).toString(), title);
+        EXPECT_EQ(grid()->columnWidth(column), width);
+        EXPECT_EQ(cell(2, column), late);
+        const auto background = [&](int row) {
+            return grid()->model()->index(row - 1, column).data(Qt::BackgroundRole);
+        };
+        EXPECT_EQ(background(2).value<QBrush>().color(), QColor(255, 0, 0));
+        EXPECT_FALSE(background(1).isValid());
+    }
+}
+
+TEST_F(TaskList, HasItsButtonsInOneRowAboveTheGrid)
+{
+    openList();
+    const std::pair<QString, QString> buttons[] = {{u"Toevoegen"_s, u"&New task"_s},
+                                                   {u"Verwijderen"_s, u"&Delete"_s},
+                                                   {u"Wijzigen"_s, u"&Modify"_s}};
+    int left = 0;
+    for (const auto &[name, caption] : buttons) {
+        EXPECT_EQ(button(name)->text(), caption);
+        EXPECT_GT(button(name)->x(), left);
+        EXPECT_EQ(button(name)->y(), button(u"Toevoegen"_s)->y());
+        EXPECT_LT(button(name)->geometry().bottom(), grid()->y());
+        left = button(name)->geometry().right();
+    }
+    EXPECT_TRUE(canChange());
+}
+
+TEST_F(TaskList, KeepsTheSelectionWhereItBelongs)
+{
+    const QString New = u"Toevoegen"_s, Delete = u"Verwijderen"_s, Modify = u"Wijzigen"_s;
+    const std::function<void()> cancel;
+    const struct
+    {
+        const char *what;
+        int clicked;
+        QString button;
+        std::function<void()> edit;
+        int selected;
+        QStringList names;
+    } cases[] = {
+        {"added", 2, New, add(u"Aha"_s), 4, {u"Noon"_s, u"Late"_s, u"Early"_s, u"Aha"_s}},
+        {"added, cancelled", 2, New, cancel, 1, {u"Noon"_s, u"Late"_s, u"Early"_s}},
+        {"quotes",
+         2,
+         New,
+         add(u"'Kid''s'"_s),
+         4,
+         {u"Noon"_s, u"Late"_s, u"Early"_s, u"'Kid''s'"_s}},
+        {"renamed", 3, Modify, rename(u"Aha"_s), 3, {u"Noon"_s, u"Late"_s, u"Aha"_s}},
+        {"modified, cancelled", 3, Modify, cancel, 3, {u"Noon"_s, u"Late"_s, u"Early"_s}},
+        {"quotes and accents",
+         1,
+         Modify,
+         rename(u"l'été"_s),
+         1,
+         {u"l'été"_s, u"Late"_s, u"Early"_s}},
+        {"an other's name", 3, Modify, rename(u"LATE"_s), 2, {u"Noon"_s, u"Late"_s, u"LATE"_s}},
+        {"deleted", 2, Delete, cancel, 1, {u"Noon"_s, u"Early"_s}},
+    };
+    for (const auto &[what, clicked, name, edited, selected, left] : cases) {
+        SCOPED_TRACE(what);
+        removeAll();
+        fill();
+        openList();
+        EXPECT_EQ(selectedRow(), 1);
+        clickRow(clicked);
+        EXPECT_EQ(selectedRow(), clicked);
+        edit = edited;
+        host.answers = {true};
+        click(name);
+        EXPECT_EQ(names(), left);
+        EXPECT_EQ(selectedRow(), selected);
+        EXPECT_TRUE(canChange());
+        list.reset();
+    }
+}
+
+TEST_F(TaskList, HasNothingToSelectWhenItIsEmpty)
+{
+    removeAll();
+    openList();
+    EXPECT_EQ(selectedRow(), 0);
+    EXPECT_FALSE(canChange());
+
+    click(u"Toevoegen"_s);
+    EXPECT_FALSE(canChange());
+
+    edit = add(u"First"_s);
+    click(u"Toevoegen"_s);
+    EXPECT_EQ(selectedRow(), 1);
+    EXPECT_TRUE(canChange());
+
+    host.answers = {true};
+    click(u"Verwijderen"_s);
+    EXPECT_EQ(names(), QStringList{});
+    EXPECT_EQ(selectedRow(), 0);
+    EXPECT_FALSE(canChange());
+}
+
+TEST_F(TaskList, AsksBeforeATaskIsDeletedAndLeavesItsSlots)
+{
+    addTask(u"Kid''s & <b>été</b>"_s, u"http://a/b"_s, u"b"_s);
+    addSlot(u"Kid''s & <b>été</b>"_s, 7, 23);
+    openList();
+    for (const bool answer : {false, true}) {
+        clickRow(4);
+        host.answers = {answer};
+        click(u"Verwijderen"_s);
+        EXPECT_EQ(host.questions.back(), u"Ostravelin 1.8.1 | Do you realy want task "
+                                         "'Kid's & <b>été</b>' will be removed?"_s);
+        EXPECT_EQ(names().size(), answer ? 3 : 4);
+        EXPECT_EQ(selectedRow(), answer ? 1 : 4);
+    }
+    EXPECT_EQ(store::dbConnection.execute(u"DELETE FROM Tijden"_s), 1);
+}
+
+TEST_F(TaskList, TellsTheEditorWhatToDo)
+{
+    openList();
+    QStringList told;
+    edit = [&] {
+        told << (bNieuweOpdracht == Boolean::True ? u"new "_s : u"old "_s) + sOpdrachtnaam;
+    };
+    clickRow(2);
+    click(u"Wijzigen"_s);
+    click(u"Toevoegen"_s);
+    clickRow(2);
+    QTest::keyClick(grid(), Qt::Key_Down);
+    QTest::keyClick(grid(), Qt::Key_Return);
+    clickRow(1);
+    QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, placeInRow(1));
+    EXPECT_EQ(told, (QStringList{u"old Late"_s, u"new "_s, u"old Early"_s, u"old Noon"_s}));
+}
+
+TEST_F(TaskList, TheCurrentRowIsAlwaysTheSelectedOne)
+{
+    openList();
+    clickRow(2);
+    clickRow(2, Qt::ControlModifier);
+    EXPECT_EQ(selectedRow(), 2);
+}
+
+TEST_F(TaskList, ShowsTextsThatAreCutInFull)
+{
+    const QString address = u"http://station.example/"_s + QString(77, u'x');
+    addTask(u"Long"_s, address, u"b"_s);
+    openList();
+    for (const auto &[row, shown] : {std::pair(1, false), std::pair(4, true)}) {
+        const QPoint place = placeInRow(row);
+        QHelpEvent hover(QEvent::ToolTip, place, grid()->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(grid()->viewport(), &hover);
+        EXPECT_EQ(QToolTip::text().contains(address), shown);
+        EXPECT_EQ(QToolTip::text().isEmpty(), !shown);
+    }
+}
+
+TEST_F(TaskList, KeepsTheRecordsetOpenAsLongAsItExists)
+{
+    openList();
+    EXPECT_TRUE(rsOpdrachten->isOpen());
+    click(u"Toevoegen"_s);
+    EXPECT_TRUE(rsOpdrachten->isOpen());
+    QTest::keyClick(list.get(), Qt::Key_Escape);
+    EXPECT_FALSE(list->isVisible());
+    list.reset();
+    EXPECT_FALSE(rsOpdrachten->isOpen());
+}
+
+TEST_F(TaskList, ADatabaseErrorIsReported)
+{
+    openList();
+    edit = [this] { execute(u"ALTER TABLE Opdrachtgegevens RENAME TO Lost"_s); };
+    click(u"Wijzigen"_s);
+    EXPECT_EQ(host.endings, QList{1});
+    ASSERT_EQ(host.messages.size(), 1);
+    EXPECT_TRUE(host.messages[0].contains(u"no such table: Opdrachtgegevens"_s));
+
+    list.reset();
+    EXPECT_FALSE(rsOpdrachten->isOpen());
+    EXPECT_EQ(errorOf([] { ui::frmOpdrachten({}); }), ErrorNumber::DatabaseEngine);
+    EXPECT_FALSE(rsOpdrachten->isOpen());
+}
+
+TEST_F(TaskList, ATaskThatIsGoneIsReported)
+{
+    openList();
+    edit = [this] { removeAll(); };
+    click(u"Wijzigen"_s);
+    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
+}

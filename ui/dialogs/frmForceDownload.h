@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDialog>
+
+class QComboBox;
+class QPushButton;
+
+namespace ui {
+
+struct DownloadRecord;
+
+/// The window in which one task is chosen to be downloaded now, outside its schedule.
+class frmForceDownload : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `pending` is the download that the chosen one takes the place of. The constructor raises
+    /// what keeps it from reading the tasks' names.
+    explicit frmForceDownload(DownloadRecord &pending, QWidget *parent = nullptr);
+
+private:
+    void makeControls();
+    void connectEvents();
+    void fillWithTaskNames();
+    void ComboOpdracht_Click();
+    void CmdForceDownload_Click();
+
+    DownloadRecord &m_pending;
+    QComboBox *ComboOpdracht;
+    QPushButton *CmdForceDownload;
+};
+
+} // namespace ui

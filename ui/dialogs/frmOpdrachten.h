@@ -1,0 +1,53 @@
+#pragma once
+
+#include "store/OpenRecordset.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QPushButton;
+class QTableView;
+
+namespace ui {
+
+class TaskGridModel;
+
+/// The window that lists all tasks, and from which they are added, changed and deleted. It keeps
+/// store::rsOpdrachten open as long as it exists; the constructor raises what keeps it from that.
+class frmOpdrachten : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Shows the task editor and returns when it is closed. What it is to edit, and what it has
+    /// saved, is in store::bNieuweOpdracht and store::sOpdrachtnaam.
+    using Editor = std::function<void(QWidget *parent)>;
+
+    explicit frmOpdrachten(Editor editor, QWidget *parent = nullptr);
+
+    /// Fills the grid from the recordset, with the first task selected.
+    void FormatFlexgrid();
+
+private:
+    void makeControls();
+    void makeGrid();
+    void connectEvents();
+    void Toevoegen_Click();
+    void Verwijderen_Click();
+    void Wijzigen_Click();
+    void editTask(const QString &name, platform::Boolean isNew);
+    QString moveToGridRow();
+    void selectGridRow(int row);
+    void selectTask(const QString &name);
+
+    store::OpenRecordset m_rows;
+    Editor m_editor;
+    TaskGridModel *m_tasks;
+    QTableView *MSHFlexGrid1;
+    QPushButton *Toevoegen;   // New task
+    QPushButton *Verwijderen; // Delete
+    QPushButton *Wijzigen;    // Modify
+};
+
+} // namespace ui
