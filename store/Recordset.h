@@ -19,8 +19,8 @@ namespace store {
 /// stay as they were read and raise NotUpdatable when they are written.
 ///
 /// Calls while closed raise ObjectClosed, calls that need a current row raise NoCurrentRow past the
-/// last row, and the engine's own errors are let out. Going to another row, deleteCurrent(), requery()
-/// and close() drop assignments that update() has not stored.
+/// last row, and the engine's own errors are let out. Going to another row, deleteCurrent(),
+/// requery() and close() drop assignments that update() has not stored.
 class Recordset
 {
 public:
