@@ -15,7 +15,7 @@ struct Limits
     std::chrono::milliseconds period = std::chrono::seconds(60);
     qint64 leastBytes = 60'000;
     /// So many bytes stored without an announced length: a live stream, which never ends.
-    qint64 mostUnannounced = 20 * 1024 * 1024;
+    qint64 mostUnannounced = qint64{20} * 1024 * 1024;
 };
 
 } // namespace controls

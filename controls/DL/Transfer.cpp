@@ -13,8 +13,8 @@ namespace controls {
 
 // The reader takes a quarter of what may wait for it, so that network and disk work side by side
 // while memory stays bounded.
-constexpr qint64 ReadBufferBytes = 1024 * 1024;
-constexpr qint64 BlockBytes = 256 * 1024;
+constexpr qint64 ReadBufferBytes = qint64{1024} * 1024;
+constexpr qint64 BlockBytes = qint64{256} * 1024;
 
 constexpr int MostRedirects = 10;
 

@@ -1,5 +1,7 @@
 #include "tests/support/SampleAudio.h"
 
+#include <array>
+
 namespace testing_support {
 
 // Appends numbers of a few bits each, highest bit first.
@@ -48,8 +50,8 @@ static QByteArray frame()
         bits.put(0b10, 2); // one scale factor for the whole frame
     for (int channel = 0; channel < 2; ++channel)
         bits.put(14, 6); // 2 dB a step: about 26 dB below full scale
-    constexpr unsigned Steps[] = {1, 2, 1, 0};
-    for (int sample = 0; sample < 36; sample += 3) {
+    constexpr std::array<unsigned, 4> Steps = {1, 2, 1, 0};
+    for (unsigned sample = 0; sample < 36; sample += 3) {
         const unsigned three =
             Steps[sample % 4] + 3 * Steps[(sample + 1) % 4] + 9 * Steps[(sample + 2) % 4];
         for (int channel = 0; channel < 2; ++channel)

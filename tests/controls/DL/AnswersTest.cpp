@@ -55,7 +55,7 @@ static Answer redirect(const QByteArray &target)
     return {.status = 302, .headers = {"Location: " + target}, .body = "Moved"};
 }
 
-static const AnswerCase Answers[] = {
+static const std::vector<AnswerCase> Answers = {
     {"Whole", {.body = Audio}, 3000, 3000, Audio},
     {"WholeThenClosed", {.body = Audio, .ending = Ending::Close}, 3000, 3000, Audio},
     {"Empty", {}, 0, 0},
