@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace ui {
+
+/// A combo box that does not take typing, and yet can show a text that is not in its list. That
+/// text is gone as soon as the user chooses an entry.
+class MinuteCombo : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit MinuteCombo(QWidget *parent = nullptr);
+
+    /// What is shown; empty when nothing is chosen.
+    QString text() const;
+
+    /// Chooses the entry of that text, or shows the text alone when there is no such entry.
+    void setText(const QString &text);
+
+protected:
+    void initStyleOption(QStyleOptionComboBox *option) const override;
+
+private:
+    QString m_unlistedText; ///< shown while no entry is chosen
+};
+
+} // namespace ui

@@ -1,0 +1,211 @@
+#include "ui/dialogs/WeekGrid.h"
+
+#include "ui/dialogs/HourBox.h"
+#include "ui/main/Named.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QToolButton>
+
+#include <algorithm>
+#include <functional>
+
+namespace ui {
+
+using namespace Qt::StringLiterals;
+
+static QString dayName(int day)
+{
+    static const QString names[] = {u"Monday"_s, u"Tuesday"_s,  u"Wednesday"_s, u"Thursday"_s,
+                                    u"Friday"_s, u"Saturday"_s, u"Sunday"_s};
+    return names[day - 1];
+}
+
+static QString hourText(int hour)
+{
+    return u"%1"_s.arg(hour, 2, 10, QChar(u'0'));
+}
+
+WeekGrid::WeekGrid(const QString &boxName)
+    : m_cells(new QGridLayout(this))
+{
+    m_cells->setContentsMargins(0, 0, 0, 0);
+    m_cells->setSpacing(0);
+    addLabels();
+    addBoxes(boxName);
+    makeTabStop(m_boxes.front());
+}
+
+void WeekGrid::addLabels()
+{
+    auto *corner = new QLabel(u"Hour"_s);
+    corner->setAlignment(Qt::AlignCenter);
+    m_cells->addWidget(corner, 0, 0);
+    for (int day = 1; day <= days; ++day)
+        addLabel(dayName(day).first(3), dayName(day) + u", all hours"_s, 0, day);
+    for (int hour = 0; hour < hours; ++hour)
+        addLabel(hourText(hour), hourText(hour) + u", all days"_s, hour + 1, 0);
+    equalizeColumns();
+}
+
+void WeekGrid::equalizeColumns()
+{
+    int widest = 0;
+    for (int day = 1; day <= days; ++day)
+        widest = std::max(widest, m_cells->itemAtPosition(0, day)->sizeHint().width());
+    for (int day = 1; day <= days; ++day) {
+        m_cells->setColumnMinimumWidth(day, widest);
+        m_cells->setColumnStretch(day, 1);
+    }
+}
+
+void WeekGrid::addLabel(const QString &text, const QString &meaning, int row, int column)
+{
+    auto *label = new QToolButton;
+    label->setText(text);
+    label->setAccessibleName(meaning);
+    label->setToolTip(meaning);
+    label->setAutoRaise(true);
+    label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    connect(label, &QToolButton::clicked, this, [=, this] { toggleAll(row, column); });
+    addCell(label, row, column);
+}
+
+void WeekGrid::addBoxes(const QString &boxName)
+{
+    const QColor evenHour(0xFF, 0xFF, 0x80);
+    const QColor oddHour(0xFF, 0xFF, 0xC0);
+    for (int index = 0; index < boxCount; ++index) {
+        const int day = dayOf(index);
+        const int hour = hourOf(index);
+        m_boxes[index] = named<HourBox>(boxName + u'_' + QString::number(index),
+                                        hour % 2 == 0 ? evenHour : oddHour);
+        m_boxes[index]->setAccessibleName(dayName(day) + u' ' + hourText(hour));
+        addCell(m_boxes[index], hour + 1, day);
+    }
+}
+
+void WeekGrid::addCell(QWidget *cell, int row, int column)
+{
+    cell->setFocusPolicy(Qt::ClickFocus);
+    cell->installEventFilter(this);
+    m_cells->addWidget(cell, row, column);
+}
+
+// Ticks the boxes of a row or column, or unticks them when all are ticked. 0 stands for every one.
+void WeekGrid::toggleAll(int row, int column)
+{
+    std::vector<QCheckBox *> meant;
+    for (int index = 0; index < boxCount; ++index)
+        if ((row == 0 || row == hourOf(index) + 1) && (column == 0 || column == dayOf(index)))
+            meant.push_back(m_boxes[index]);
+    const bool areTicked =
+        std::all_of(meant.begin(), meant.end(), std::mem_fn(&QCheckBox::isChecked));
+    for (QCheckBox *box : meant)
+        box->setChecked(!areTicked);
+}
+
+bool WeekGrid::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *cell = static_cast<QWidget *>(watched);
+    if (event->type() == QEvent::FocusIn)
+        makeTabStop(cell);
+    return event->type() == QEvent::KeyPress &&
+           moveFocus(cell, static_cast<QKeyEvent *>(event)->key());
+}
+
+// The one cell that the tab key reaches is the latest that had the focus.
+void WeekGrid::makeTabStop(QWidget *cell)
+{
+    if (m_tabStop)
+        m_tabStop->setFocusPolicy(Qt::ClickFocus);
+    m_tabStop = cell;
+    m_tabStop->setFocusPolicy(Qt::StrongFocus);
+}
+
+// Returns whether the key is one that moves the focus, which stays inside the grid.
+bool WeekGrid::moveFocus(QWidget *cell, int key)
+{
+    int row = 0;
+    int column = 0;
+    int rowSpan = 0;
+    int columnSpan = 0;
+    m_cells->getItemPosition(m_cells->indexOf(cell), &row, &column, &rowSpan, &columnSpan);
+    switch (key) {
+    case Qt::Key_Left:
+        --column;
+        break;
+    case Qt::Key_Right:
+        ++column;
+        break;
+    case Qt::Key_Up:
+        --row;
+        break;
+    case Qt::Key_Down:
+        ++row;
+        break;
+    default:
+        return false;
+    }
+    QLayoutItem *neighbour = m_cells->itemAtPosition(row, column);
+    if (neighbour && neighbour->widget()->focusPolicy() != Qt::NoFocus) {
+        window()->setAttribute(Qt::WA_KeyboardFocusChange); // the focus is to be seen
+        neighbour->widget()->setFocus();
+    }
+    return true;
+}
+
+// The index of the box at the position, or -1.
+int WeekGrid::boxAt(QPoint position) const
+{
+    const auto found = std::find(m_boxes.begin(), m_boxes.end(), childAt(position));
+    return found == m_boxes.end() ? -1 : static_cast<int>(found - m_boxes.begin());
+}
+
+void WeekGrid::mousePressEvent(QMouseEvent *event)
+{
+    const int box = boxAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && box >= 0)
+        beginDrag(box);
+}
+
+void WeekGrid::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_drag)
+        return;
+    const QRect area = m_boxes.front()->geometry() | m_boxes.back()->geometry();
+    const QPoint position = event->position().toPoint();
+    dragTo(boxAt({std::clamp(position.x(), area.left(), area.right()),
+                  std::clamp(position.y(), area.top(), area.bottom())}));
+}
+
+void WeekGrid::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_drag.reset();
+}
+
+void WeekGrid::beginDrag(int box)
+{
+    m_drag = Drag{.from = box, .ticks = !m_boxes[box]->isChecked(), .before = {}};
+    for (int index = 0; index < boxCount; ++index)
+        m_drag->before[index] = m_boxes[index]->isChecked();
+    dragTo(box);
+}
+
+// Boxes that the drag spanned before and spans no more are as they were.
+void WeekGrid::dragTo(int box)
+{
+    const auto [firstDay, lastDay] = std::minmax({dayOf(m_drag->from), dayOf(box)});
+    const auto [firstHour, lastHour] = std::minmax({hourOf(m_drag->from), hourOf(box)});
+    for (int index = 0; index < boxCount; ++index) {
+        const int day = dayOf(index);
+        const int hour = hourOf(index);
+        const bool isSpanned =
+            day >= firstDay && day <= lastDay && hour >= firstHour && hour <= lastHour;
+        m_boxes[index]->setChecked(isSpanned ? m_drag->ticks : m_drag->before[index]);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "store/Recordset.h"
+#include "ui/dialogs/WeekGrid.h"
+
+#include <QDialog>
+
+class QLineEdit;
+class QPushButton;
+
+namespace ui {
+
+class MinuteCombo;
+
+/// The task editor: the window in which one task is added or changed, as store::bNieuweOpdracht
+/// and store::sOpdrachtnaam tell. After a save the latter holds the name of the saved task. Esc and
+/// the window's frame are its Cancel, which writes nothing.
+class frmSchedule : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Reads the tasks, and raises what keeps it from that: an InvalidProcedureCall when the
+    /// minutes of the other tasks or an hour of the edited one are out of range.
+    explicit frmSchedule(QWidget *parent = nullptr);
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    // frmScheduleControls.cpp
+    void makeControls();
+    QWidget *makeTaskFrame();
+    QWidget *makeTimeFrame();
+    QLayout *makeButtons();
+
+    // frmSchedule.cpp
+    void connectEvents();
+    void Form_Load();
+    void offerFreeMinutes();
+    void loadTask();
+    void showTask();
+    void tickSlot();
+
+    // frmScheduleSave.cpp
+    void Opslaan_Click();
+    QString inputMistake() const;
+    bool save();
+    bool writeTask();
+    void writeSlots();
+
+    store::Recordset rsSchedule;
+
+    QLineEdit *txtOpdrachtnaam;
+    QLineEdit *txtDownload_adres;
+    QLineEdit *txtFilenaam;
+    QCheckBox *CheckAktief;
+    MinuteCombo *ComboMinuten;
+    WeekGrid::Boxes Check1; // by WeekGrid::boxIndex()
+    QPushButton *Opslaan;   // Save
+    QPushButton *Annuleren; // Cancel
+};
+
+} // namespace ui
