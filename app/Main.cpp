@@ -3,16 +3,24 @@
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
 #include "store/TaskStore.h"
+#include "ui/dialogs/ProgramIcon.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmForceDownload.h"
+#include "ui/dialogs/frmOpdrachten.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmSchedule.h"
 #include "ui/main/MainForm.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QNetworkProxyFactory>
+#include <QTimer>
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using platform::host;
 
 static QString settingsFilePath()
@@ -31,8 +39,7 @@ static void requireReadableSettings()
 
 static bool isConfigured()
 {
-    return app::ReadIni(app::settingsFileName(), u"Bestandsmappen"_s, u"Bestemmingsmap"_s,
-                        u"?"_s) != u"?"_s;
+    return app::readSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s) != u"?"_s;
 }
 
 static void deleteStaleSettings()
@@ -41,43 +48,65 @@ static void deleteStaleSettings()
         platform::deleteFile(settingsFilePath());
 }
 
-static void tellWhatSettingsAreNeeded()
+// On a first start the options window is the program's gate. Closing it, while it is the only one,
+// does not end the program.
+static void askForSettings()
 {
-    host().showMessage(
-        app::WindowTitle(),
-        u"No destination folder has been set yet. It is read from the settings file\n\n%1\n\n"
-        "which holds, for example:\n\n"
-        "[Bestandsmappen]\n"
-        "Bestemmingsmap=%2\n\n"
-        "Make this file and start the program again."_s.arg(
-            settingsFilePath(), QDir::homePath() + QDir::separator() + u"Audio"_s),
-        platform::MessageIcon::Information);
+    QApplication::setQuitOnLastWindowClosed(false);
+    ui::frmOptions().exec();
+    QApplication::setQuitOnLastWindowClosed(true);
+}
+
+// What the menus open, over the main window that will be there by then.
+static ui::MenuWindows menuWindows(const std::unique_ptr<ui::MainForm> &mainForm)
+{
+    return {.taskList =
+                [&mainForm] {
+                    const auto editor = [](QWidget *list) { ui::frmSchedule(list).exec(); };
+                    ui::frmOpdrachten(editor, mainForm.get()).exec();
+                },
+            .forcedDownload =
+                [&mainForm] {
+                    ui::frmForceDownload window(mainForm->DownloadEntry, mainForm.get());
+                    mainForm->showModal(window);
+                },
+            .options =
+                [&mainForm] {
+                    ui::frmOptions window(mainForm.get());
+                    mainForm->showModal(window);
+                },
+            .about = [&mainForm] { ui::frmAbout(mainForm.get()).exec(); }};
 }
 
 // The entry procedure: the settings, the task database, the main window.
-static std::unique_ptr<ui::MainForm> startUp()
+static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
 {
     requireReadableSettings();
     if (!isConfigured()) {
         deleteStaleSettings();
-        tellWhatSettingsAreNeeded();
-        return nullptr;
+        askForSettings();
     }
     app::LoadSettings();
     store::OpenDatabase(host().programFolder());
-    auto mainForm = std::make_unique<ui::MainForm>();
+    mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm));
     mainForm->show();
-    return mainForm;
 }
+
+// Reading the icon takes a tenth of the time in which a bare window starts, so that the first
+// window does not wait for it.
+static constexpr auto iconDelay = 200ms;
 
 int main(int argc, char **argv)
 {
-    const QApplication application(argc, argv);
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
+    store::beginOpenDatabase(nativeHost.programFolder());
+    const QApplication application(argc, argv);
     QNetworkProxyFactory::setUseSystemConfiguration(true);
+    QTimer::singleShot(iconDelay, &application,
+                       [] { QApplication::setWindowIcon(ui::programIcon()); });
 
     std::unique_ptr<ui::MainForm> mainForm;
-    app::handleEvent([&] { mainForm = startUp(); });
-    return mainForm ? QApplication::exec() : 1;
+    app::handleEvent([&] { startUp(mainForm); });
+    return QApplication::exec();
 }

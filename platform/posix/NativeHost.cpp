@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
@@ -60,7 +61,8 @@ void NativeHost::beep()
 
 QString NativeHost::programFolder() const
 {
-    return QCoreApplication::applicationDirPath();
+    // Asked for before there is an application object, so not of that.
+    return QFileInfo(QFile::symLinkTarget(u"/proc/self/exe"_s)).path();
 }
 
 QString NativeHost::settingsDirectory() const

@@ -95,6 +95,15 @@ TEST_F(Program, RunsAScheduledDownload)
     EXPECT_EQ(process.state(), QProcess::Running);
 }
 
+TEST_F(Program, AFirstStartDeletesAStaleSettingsFile)
+{
+    const QString settings = at(u"config/Ostravelin.ini"_s);
+    makeFile(settings, "[Bestandsmappen]\r\nSPCmap=/srv/spc\r\n");
+    start(testing_support::Station());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(settings); }, 20'000));
+    EXPECT_EQ(process.state(), QProcess::Running);
+}
+
 TEST_F(Program, TellsWhatKeepsItFromStarting)
 {
     const QString database = at(u"ostravelin/database/ostravelin.mdb"_s);

@@ -67,7 +67,7 @@ void MainForm::showSecondsToGo()
     const QString text = QString::number(toGo.count());
     if (text != Label3->text()) {
         Label3->setText(text);
-        Label3->repaint();
+        paintNow(Label3);
     }
 }
 

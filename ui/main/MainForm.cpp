@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
+#include <QWindow>
 
 #include <utility>
 
@@ -86,6 +87,12 @@ void MainForm::connectEvents()
     });
 }
 
+void MainForm::showModal(QDialog &window)
+{
+    m_openWindow = &window;
+    window.exec();
+}
+
 // The countdown stands still while tasks are edited, and what was edited is in force afterwards.
 void MainForm::mnuMutaties_Click()
 {
@@ -121,7 +128,7 @@ void MainForm::showStatus(const QString &text)
 // Blocks the window on purpose, with the status line as it is to be read meanwhile.
 void MainForm::pause(std::chrono::milliseconds duration)
 {
-    m_statusPanel->repaint();
+    paintNow(m_statusPanel);
     QGuiApplication::sync();
     host().sleep(duration);
 }
@@ -132,6 +139,13 @@ void MainForm::comeToRest()
     Timer2->stop();
     RecomputeLater->stop();
     ctlDownload->abandonAll();
+}
+
+void paintNow(QWidget *widget)
+{
+    const QWindow *window = widget->window()->windowHandle();
+    if (window && window->isExposed())
+        widget->repaint();
 }
 
 void letPendingMessagesRun()

@@ -4,7 +4,9 @@
 #include "ui/main/DownloadRecord.h"
 #include "ui/main/MenuWindows.h"
 
+#include <QDialog>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
@@ -50,6 +52,10 @@ public:
 
     /// Sets whether the task menu and the options entry can be used.
     void mnuInstelling(platform::Boolean bVal);
+
+    /// Shows a window of the task menu or the options entry modally until it is closed. Like them,
+    /// it cannot be used while mnuInstelling(False) is in force.
+    void showModal(QDialog &window);
 
 private:
     // MainFormControls.cpp
@@ -100,6 +106,7 @@ private:
     void deleteRawDownload(const app::ErrorTrap &trap) const;
 
     MenuWindows m_windows;
+    QPointer<QDialog> m_openWindow; // the one that mnuInstelling() governs
 
     QTimer *Timer1;         // countdown and trigger
     QTimer *Timer2;         // batch watch
@@ -126,6 +133,10 @@ private:
 
 /// The header's own file in the destination folder, until it is part of the SPC file.
 extern const QString spcHeaderFile;
+
+/// Paints the widget without waiting for the next round of messages, if its window is on the
+/// screen.
+void paintNow(QWidget *widget);
 
 /// Dispatches what waits for the window (timers, downloads, painting). User input is left for
 /// later, so that no window opens in the middle of a handler.

@@ -141,6 +141,8 @@ void MainForm::mnuInstelling(Boolean bVal)
         mnuOpdrachten->close(); // an open menu would still take a click
     mnuOpdrachten->menuAction()->setEnabled(enabled);
     mnuOpties->setEnabled(enabled);
+    if (m_openWindow)
+        m_openWindow->setEnabled(enabled); // with the windows over it
 }
 
 } // namespace ui

@@ -63,6 +63,26 @@ TEST_F(MainWindow, TheCountdownStandsStillWhileTheTaskListIsOpen)
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
 }
 
+TEST_F(MainWindow, AWindowOfADisabledEntryCannotBeUsedUntilTheEntryIsEnabled)
+{
+    QList<bool> usable;
+    openForm({.options = [&] {
+        QDialog window(form.get());
+        const QDialog windowOverIt(&window);
+        QTimer::singleShot(0, &window, [&] {
+            for (const auto bVal : {platform::Boolean::False, platform::Boolean::True}) {
+                form->mnuInstelling(bVal);
+                usable << window.isEnabled() << windowOverIt.isEnabled();
+            }
+            window.close();
+        });
+        form->showModal(window);
+    }});
+    form->findChild<QAction *>(u"mnuOpties"_s)->trigger();
+    form->mnuInstelling(platform::Boolean::False); // the window is gone
+    EXPECT_EQ(usable, (QList<bool>{false, false, true, true}));
+}
+
 TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
 {
     openForm();
