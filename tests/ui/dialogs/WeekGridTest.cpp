@@ -1,0 +1,156 @@
+#include "tests/support/Print.h"
+#include "tests/ui/dialogs/TaskEditorTest.h"
+
+#include <QTest>
+#include <QToolButton>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The week grid in the task editor, which takes the mouse as the window system tells it.
+class WeekGrid : public TaskEditorTest
+{
+protected:
+    WeekGrid() { openEditor(); }
+
+    QToolButton *label(const QString &text) const
+    {
+        for (auto *button : editor->findChildren<QToolButton *>())
+            if (button->text() == text)
+                return button;
+        return nullptr;
+    }
+    QPoint centre(const QWidget *widget) const
+    {
+        return widget->mapTo(editor.get(), widget->rect().center());
+    }
+    void press(const QWidget *widget) const
+    {
+        QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(widget));
+    }
+    void moveTo(QPoint position) const { QTest::mouseMove(editor->windowHandle(), position); }
+    void release(const QWidget *widget) const
+    {
+        QTest::mouseRelease(editor->windowHandle(), Qt::LeftButton, {}, centre(widget));
+    }
+    void clickOn(const QWidget *widget) const
+    {
+        press(widget);
+        release(widget);
+    }
+    void key(Qt::Key key) const { QTest::keyClick(editor->windowHandle(), key); }
+    QString focused() const { return editor->focusWidget()->accessibleName(); }
+
+    /// The boxes of all hours from one to another on all days from one to another.
+    static QList<int> range(int firstDay, int lastDay, int firstHour, int lastHour)
+    {
+        QList<int> boxes;
+        for (int day = firstDay; day <= lastDay; ++day)
+            for (int hour = firstHour; hour <= lastHour; ++hour)
+                boxes << hour + 24 * (day - 1);
+        return boxes;
+    }
+};
+
+} // namespace
+
+TEST_F(WeekGrid, HasAColumnPerDayAndARowPerHour)
+{
+    const QStringList names =
+        u"Monday Tuesday Wednesday Thursday Friday Saturday Sunday"_s.split(u' ');
+    const QStringList days = u"Mon Tue Wed Thu Fri Sat Sun"_s.split(u' ');
+    for (int day = 1; day <= 7; ++day) {
+        for (int hour = 0; hour < 24; ++hour) {
+            const QString hourText = u"%1"_s.arg(hour, 2, 10, QChar(u'0'));
+            const QRect place = box(day, hour)->geometry();
+            EXPECT_EQ(place.x(), label(days[day - 1])->x());
+            EXPECT_EQ(place.y(), label(hourText)->y());
+            EXPECT_EQ(place.size(), box(1, 0)->size());
+            EXPECT_EQ(box(day, hour)->accessibleName(), names[day - 1] + u' ' + hourText);
+        }
+    }
+    EXPECT_LT(label(u"00"_s)->x(), label(u"Mon"_s)->x());
+    EXPECT_LT(label(u"Mon"_s)->x(), label(u"Tue"_s)->x());
+    EXPECT_LT(label(u"Mon"_s)->y(), label(u"00"_s)->y());
+    EXPECT_LT(label(u"00"_s)->y(), label(u"01"_s)->y());
+}
+
+TEST_F(WeekGrid, IsLightInEveryTheme)
+{
+    box(3, 1)->setChecked(true);
+    const QImage even = box(3, 0)->grab().toImage();
+    const QImage odd = box(3, 1)->grab().toImage();
+    EXPECT_EQ(even.pixelColor(1, 1), QColor(0xFF, 0xFF, 0x80));
+    EXPECT_EQ(odd.pixelColor(1, 1), QColor(0xFF, 0xFF, 0xC0));
+    QApplication::setPalette(QPalette(QColor(0x20, 0x20, 0x20)));
+    EXPECT_EQ(box(3, 0)->grab().toImage(), even);
+    EXPECT_EQ(box(3, 1)->grab().toImage(), odd);
+}
+
+TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
+{
+    clickOn(box(4, 10));
+    EXPECT_EQ(tickedBoxes(), range(4, 4, 10, 10));
+    clickOn(box(4, 10));
+    EXPECT_EQ(tickedBoxes(), QList<int>());
+
+    clickOn(box(6, 5));
+    press(box(2, 3));
+    moveTo(centre(box(6, 6))); // passes over boxes without telling
+    EXPECT_EQ(tickedBoxes(), range(2, 6, 3, 6));
+    moveTo(centre(box(4, 4))); // and back: what is left is as it was
+    EXPECT_EQ(tickedBoxes(), range(2, 4, 3, 4) + range(6, 6, 5, 5));
+    moveTo(centre(box(1, 2)));
+    release(box(1, 2));
+    moveTo(centre(box(7, 23)));
+    EXPECT_EQ(tickedBoxes(), range(1, 2, 2, 3) + range(6, 6, 5, 5));
+
+    press(box(1, 2));                                    // from a ticked box on it unticks
+    moveTo({editor->width() - 1, editor->height() - 1}); // beyond the last box
+    EXPECT_EQ(tickedBoxes(), QList<int>());
+}
+
+TEST_F(WeekGrid, AClickOnALabelTogglesItsColumnOrRow)
+{
+    clickOn(box(7, 23));
+    clickOn(label(u"Sun"_s));
+    EXPECT_EQ(tickedBoxes(), range(7, 7, 0, 23));
+    clickOn(label(u"07"_s));
+    EXPECT_EQ(tickedBoxes(), range(1, 6, 7, 7) + range(7, 7, 0, 23));
+    clickOn(label(u"Sun"_s));
+    EXPECT_EQ(tickedBoxes(), range(1, 6, 7, 7));
+    clickOn(label(u"07"_s)); // ticked in part counts as not ticked
+    EXPECT_EQ(tickedBoxes(), range(1, 7, 7, 7));
+    clickOn(label(u"07"_s));
+    EXPECT_EQ(tickedBoxes(), QList<int>());
+}
+
+TEST_F(WeekGrid, ArrowKeysMoveAndABlankToggles)
+{
+    control<QComboBox>(u"ComboMinuten")->setFocus();
+    const std::tuple<Qt::Key, QString, QList<int>> steps[] = {
+        {Qt::Key_Tab, u"Monday 00"_s, {}},
+        {Qt::Key_Right, u"Tuesday 00"_s, {}},
+        {Qt::Key_Down, u"Tuesday 01"_s, {}},
+        {Qt::Key_Space, u"Tuesday 01"_s, {25}},
+        {Qt::Key_Up, u"Tuesday 00"_s, {25}},
+        {Qt::Key_Up, u"Tuesday, all hours"_s, {25}},
+        {Qt::Key_Space, u"Tuesday, all hours"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Up, u"Tuesday, all hours"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Left, u"Monday, all hours"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Left, u"Monday, all hours"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Down, u"Monday 00"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Left, u"00, all days"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Right, u"Monday 00"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Down, u"Monday 01"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Tab, {}, range(2, 2, 0, 23)}, // the Save button
+        {Qt::Key_Backtab, u"Monday 01"_s, range(2, 2, 0, 23)},
+    };
+    for (const auto &[pressed, name, ticked] : steps) {
+        key(pressed);
+        EXPECT_EQ(focused(), name);
+        EXPECT_EQ(tickedBoxes(), ticked) << name.toStdString();
+    }
+}
