@@ -26,6 +26,7 @@ static QPushButton *makeFolderButton(const QString &name, const QString &meaning
 {
     auto *button = named<QPushButton>(name, u"Browse..."_s);
     button->setAccessibleName(meaning);
+    button->setAutoDefault(false); // Enter after a choice presses Save
     return button;
 }
 
@@ -73,6 +74,7 @@ QWidget *frmOptions::makeFolderPage()
 {
     auto *page = named<QWidget>(u"picOptions"_s);
     auto *content = new QVBoxLayout(page);
+    content->setContentsMargins({});
     content->addWidget(makeDestinationFrame());
     content->addWidget(makeSpcFrame());
     content->addStretch();

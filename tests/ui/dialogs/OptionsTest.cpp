@@ -260,6 +260,7 @@ TEST_F(Options, SaveAndEnterWriteAndClose)
     const std::function<void()> ways[] = {
         [this] { click(u"cmdOK"_s); },
         [this] { QTest::keyClick(text(u"Text2"_s), Qt::Key_Return); },
+        [this] { QTest::keyClick(button(u"Bestemmings_dir"_s), Qt::Key_Return); },
     };
     for (const auto &save : ways) {
         open("[Bestandsmappen]\nBestemmingsmap=/old\n");
