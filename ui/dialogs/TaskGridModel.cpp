@@ -8,29 +8,27 @@ namespace ui {
 
 using namespace Qt::StringLiterals;
 
-const std::array<TaskColumn, taskColumnCount> &taskColumns()
+const QList<TaskColumn> &taskColumns()
 {
-    static const std::array<TaskColumn, taskColumnCount> columns{{{u"Taskname"_s, 2200},
-                                                                  {u"Download address"_s, 3950},
-                                                                  {u"Filename"_s, 1800},
-                                                                  {{}, 0},
-                                                                  {u"Active"_s, 650}}};
+    static const QList<TaskColumn> columns = {{u"Taskname"_s, 2200},
+                                              {u"Download address"_s, 3950},
+                                              {u"Filename"_s, 1800},
+                                              {{}, 0}, // minutes
+                                              {u"Active"_s, 650}};
     return columns;
 }
-
-static constexpr std::size_t activeColumn = 4;
 
 void TaskGridModel::bind(store::Recordset &rows)
 {
     beginResetModel();
     m_rows.clear();
     for (; !rows.atEnd(); rows.moveNext()) {
-        Row &row = m_rows.emplace_back();
-        for (int field = 0; field < taskColumnCount; ++field)
-            if (rows.holdsValue(field))
-                row[static_cast<std::size_t>(field)] = rows.value(field).toText();
+        QStringList texts;
+        for (int field = 0; field < taskColumns().size(); ++field)
+            texts << (rows.holdsValue(field) ? rows.value(field).toText() : QString());
+        m_rows << texts;
     }
-    if (!m_rows.empty())
+    if (!m_rows.isEmpty())
         rows.moveFirst();
     endResetModel();
 }
@@ -42,17 +40,12 @@ int TaskGridModel::rowCount(const QModelIndex &parent) const
 
 int TaskGridModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : taskColumnCount;
-}
-
-const QString &TaskGridModel::text(const QModelIndex &index) const
-{
-    return m_rows[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+    return parent.isValid() ? 0 : static_cast<int>(taskColumns().size());
 }
 
 bool TaskGridModel::isInactive(int row) const
 {
-    return m_rows[static_cast<std::size_t>(row)][activeColumn] == u"False"_s;
+    return m_rows[row].last() == u"False"_s;
 }
 
 // Inactive tasks stand on red. Black on it is read well, unlike red on white or on a dark ground.
@@ -60,7 +53,7 @@ QVariant TaskGridModel::data(const QModelIndex &index, int role) const
 {
     switch (role) {
     case Qt::DisplayRole:
-        return text(index);
+        return m_rows[index.row()][index.column()];
     case Qt::BackgroundRole:
         return isInactive(index.row()) ? QBrush(QColor(0xFF, 0x00, 0x00)) : QVariant();
     case Qt::ForegroundRole:
@@ -76,7 +69,7 @@ QVariant TaskGridModel::headerData(int section, Qt::Orientation orientation, int
         return {};
     switch (role) {
     case Qt::DisplayRole:
-        return taskColumns()[static_cast<std::size_t>(section)].title;
+        return taskColumns()[section].title;
     case Qt::TextAlignmentRole:
         return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
     default:

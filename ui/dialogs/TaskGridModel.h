@@ -2,23 +2,21 @@
 
 #include <QAbstractTableModel>
 
-#include <array>
-#include <vector>
-
 namespace store {
 class Recordset;
 }
 
 namespace ui {
 
-/// The columns of the task list, in the order of the table's fields.
+/// A column of the task list.
 struct TaskColumn
 {
     QString title;
     int twips; ///< width, 15 of them being one logical pixel; a column without width is hidden
 };
-inline constexpr int taskColumnCount = 5;
-const std::array<TaskColumn, taskColumnCount> &taskColumns();
+
+/// The columns in the order of the table's fields.
+const QList<TaskColumn> &taskColumns();
 
 /// The tasks as texts, for a grid: one row per row of a recordset, as it was when it was bound.
 class TaskGridModel : public QAbstractTableModel
@@ -38,12 +36,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    using Row = std::array<QString, taskColumnCount>;
-
-    const QString &text(const QModelIndex &index) const;
     bool isInactive(int row) const;
 
-    std::vector<Row> m_rows;
+    QList<QStringList> m_rows;
 };
 
 } // namespace ui

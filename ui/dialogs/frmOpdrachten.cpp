@@ -5,7 +5,7 @@
 #include "platform/Host.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "ui/dialogs/ElidedTexts.h"
+#include "ui/dialogs/TaskCells.h"
 #include "ui/dialogs/TaskGridModel.h"
 #include "ui/main/Named.h"
 
@@ -28,7 +28,7 @@ using store::sOpdrachtnaam;
 static int columnWidth(int column)
 {
     constexpr double twipsPerPixel = 15;
-    return qRound(taskColumns()[static_cast<std::size_t>(column)].twips / twipsPerPixel);
+    return qRound(taskColumns()[column].twips / twipsPerPixel);
 }
 
 frmOpdrachten::frmOpdrachten(Editor editor, QWidget *parent)
@@ -68,7 +68,7 @@ void frmOpdrachten::makeGrid()
     MSHFlexGrid1 = named<QTableView>(u"MSHFlexGrid1"_s);
     m_tasks = new TaskGridModel(MSHFlexGrid1);
     MSHFlexGrid1->setModel(m_tasks);
-    MSHFlexGrid1->setItemDelegate(new ElidedTexts(MSHFlexGrid1));
+    MSHFlexGrid1->setItemDelegate(new TaskCells(MSHFlexGrid1));
     MSHFlexGrid1->setAccessibleName(u"Tasks"_s);
     MSHFlexGrid1->setSelectionBehavior(QTableView::SelectRows);
     MSHFlexGrid1->setSelectionMode(QTableView::SingleSelection);
@@ -80,7 +80,7 @@ void frmOpdrachten::makeGrid()
 
     int width =
         2 * MSHFlexGrid1->frameWidth() + MSHFlexGrid1->verticalScrollBar()->sizeHint().width();
-    for (int column = 0; column < taskColumnCount; ++column)
+    for (int column = 0; column < taskColumns().size(); ++column)
         width += columnWidth(column);
     MSHFlexGrid1->setMinimumWidth(width);
 }
@@ -110,7 +110,7 @@ void frmOpdrachten::FormatFlexgrid()
         Wijzigen->setEnabled(false);
     }
     selectGridRow(1);
-    for (int column = 0; column < taskColumnCount; ++column) {
+    for (int column = 0; column < taskColumns().size(); ++column) {
         MSHFlexGrid1->setColumnHidden(column, columnWidth(column) == 0);
         MSHFlexGrid1->setColumnWidth(column, columnWidth(column));
     }

@@ -31,7 +31,8 @@ protected:
     void openMain()
     {
         openForm({.forcedDownload = [this] {
-            ui::frmForceDownload(form->DownloadEntry, form.get()).exec();
+            ui::frmForceDownload choice(form->DownloadEntry, form.get());
+            form->showModal(choice);
         }});
     }
 

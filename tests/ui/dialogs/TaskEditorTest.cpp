@@ -1,6 +1,5 @@
 #include "tests/ui/dialogs/TaskEditorTest.h"
 
-#include "store/OpenRecordset.h"
 #include "store/TaskStore.h"
 #include "tests/support/Errors.h"
 #include "tests/support/Print.h"
@@ -64,22 +63,6 @@ void TaskEditorTest::clickBox(int day, int hour) const
 void TaskEditorTest::save() const
 {
     QTest::mouseClick(control<QPushButton>(u"Opslaan"), Qt::LeftButton);
-}
-
-QStringList TaskEditorTest::stored()
-{
-    QStringList stored;
-    store::Recordset records(store::dbConnection);
-    for (const QString &table : {u"Opdrachtgegevens"_s, u"Tijden"_s}) {
-        const store::OpenRecordset rows(records, table);
-        for (; !rows->atEnd(); rows->moveNext()) {
-            QStringList fields;
-            for (int field = 0; field < rows->fieldNames().size(); ++field)
-                fields << rows->value(field).toText();
-            stored << fields.join(u'|');
-        }
-    }
-    return stored;
 }
 
 TEST(FreeMinutes, AreRemovedByTheirPositions)

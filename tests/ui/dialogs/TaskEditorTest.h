@@ -29,8 +29,5 @@ protected:
     void clickBox(int day, int hour) const;
     void save() const;
 
-    /// The rows of both tables, those of the tasks first, with "|" between their fields.
-    static QStringList stored();
-
     std::unique_ptr<ui::frmSchedule> editor;
 };

@@ -143,11 +143,24 @@ TEST_F(TaskList, ShowsTheTasksInTheOrderOfTheTable)
         EXPECT_EQ(grid()->model()->headerData(column, Qt::Horizontal).toString(), title);
         EXPECT_EQ(grid()->columnWidth(column), width);
         EXPECT_EQ(cell(2, column), late);
-        const auto background = [&](int row) {
-            return grid()->model()->index(row - 1, column).data(Qt::BackgroundRole);
-        };
-        EXPECT_EQ(background(2).value<QBrush>().color(), QColor(255, 0, 0));
-        EXPECT_FALSE(background(1).isValid());
+    }
+}
+
+TEST_F(TaskList, InactiveTasksAreRedInAllColumns)
+{
+    openList();
+    const auto ground = [this](int row, int column) {
+        const QRect cell = grid()->visualRect(grid()->model()->index(row - 1, column));
+        return grid()->viewport()->grab().toImage().pixelColor(cell.topLeft() + QPoint(2, 2));
+    };
+    for (const int column : {0, 1, 2, 4}) {
+        EXPECT_EQ(ground(2, column), QColor(255, 0, 0));
+        EXPECT_EQ(ground(3, column), grid()->palette().color(QPalette::Base));
+        clickRow(2);
+        const QColor selected = ground(2, column);
+        EXPECT_NE(selected, QColor(255, 0, 0));
+        EXPECT_GT(selected.red(), 4 * qMax(selected.green(), selected.blue()));
+        clickRow(1);
     }
 }
 

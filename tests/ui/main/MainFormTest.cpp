@@ -1,6 +1,7 @@
 #include "tests/ui/main/MainFormTest.h"
 
 #include "app/Module1.h"
+#include "store/OpenRecordset.h"
 #include "store/TaskStore.h"
 #include "tests/support/Print.h"
 
@@ -68,6 +69,22 @@ void MainFormTest::addTaskAt(std::chrono::local_seconds due, const QString &name
             static_cast<int>(time.minutes().count()));
     addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
             static_cast<int>(time.hours().count()));
+}
+
+QStringList MainFormTest::stored()
+{
+    QStringList stored;
+    store::Recordset records(store::dbConnection);
+    for (const QString &table : {u"Opdrachtgegevens"_s, u"Tijden"_s}) {
+        const store::OpenRecordset rows(records, table);
+        for (; !rows->atEnd(); rows->moveNext()) {
+            QStringList fields;
+            for (int field = 0; field < rows->fieldNames().size(); ++field)
+                fields << rows->value(field).toText();
+            stored << fields.join(u'|');
+        }
+    }
+    return stored;
 }
 
 void MainFormTest::openForm(ui::MenuWindows windows)

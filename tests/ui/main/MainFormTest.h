@@ -25,6 +25,9 @@ protected:
     void addTaskAt(std::chrono::local_seconds due, const QString &name, const QString &path,
                    const QString &fileName);
 
+    /// The rows of both tables, those of the tasks first, with "|" between their fields.
+    static QStringList stored();
+
     /// By default with all menu entries, which then do nothing.
     void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}});
 
