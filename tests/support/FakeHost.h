@@ -20,11 +20,11 @@ public:
 
     QList<std::chrono::milliseconds> sleeps;
     int beeps = 0;
-    QStringList messages; ///< "title | text"
+    QStringList messages;            ///< "title | text"
     std::function<void()> onMessage; ///< called while a message is shown
     QList<platform::MessageIcon> messageIcons;
-    QList<bool> answers;   ///< the user's next answers to questions; No when there is none
-    QStringList questions; ///< "title | question"
+    QList<bool> answers;       ///< the user's next answers to questions; No when there is none
+    QStringList questions;     ///< "title | question"
     QStringList folderChoices; ///< the user's next choices of a folder; "" cancels
     QStringList folderQuestions;
     QWidget *lastFolderOwner = nullptr;
