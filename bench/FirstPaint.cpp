@@ -25,8 +25,7 @@ public:
 
 void watch()
 {
-    QCoreApplication::instance()->installEventFilter(
-        new FirstPaint(QCoreApplication::instance()));
+    QCoreApplication::instance()->installEventFilter(new FirstPaint(QCoreApplication::instance()));
 }
 
 } // namespace
