@@ -1,5 +1,6 @@
 #include "store/TaskStore.h"
 #include "store/Transaction.h"
+#include "ui/dialogs/WeekGrid.h"
 #include "ui/dialogs/frmSchedule.h"
 
 #include <QApplication>

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace ui {
 
@@ -17,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 static QString dayName(int day)
 {
-    static const QString names[] = {u"Monday"_s, u"Tuesday"_s,  u"Wednesday"_s, u"Thursday"_s,
-                                    u"Friday"_s, u"Saturday"_s, u"Sunday"_s};
+    static const QStringList names = {u"Monday"_s, u"Tuesday"_s,  u"Wednesday"_s, u"Thursday"_s,
+                                      u"Friday"_s, u"Saturday"_s, u"Sunday"_s};
     return names[day - 1];
 }
 
@@ -79,10 +80,11 @@ void WeekGrid::addBoxes(const QString &boxName)
     for (int index = 0; index < boxCount; ++index) {
         const int day = dayOf(index);
         const int hour = hourOf(index);
-        m_boxes[index] = named<HourBox>(boxName + u'_' + QString::number(index),
-                                        hour % 2 == 0 ? evenHour : oddHour);
-        m_boxes[index]->setAccessibleName(dayName(day) + u' ' + hourText(hour));
-        addCell(m_boxes[index], hour + 1, day);
+        auto *box = named<HourBox>(boxName + u'_' + QString::number(index),
+                                   hour % 2 == 0 ? evenHour : oddHour);
+        box->setAccessibleName(dayName(day) + u' ' + hourText(hour));
+        m_boxes << box;
+        addCell(box, hour + 1, day);
     }
 }
 
@@ -96,13 +98,13 @@ void WeekGrid::addCell(QWidget *cell, int row, int column)
 // Ticks the boxes of a row or column, or unticks them when all are ticked. 0 stands for every one.
 void WeekGrid::toggleAll(int row, int column)
 {
-    std::vector<QCheckBox *> meant;
+    QList<QCheckBox *> meant;
     for (int index = 0; index < boxCount; ++index)
         if ((row == 0 || row == hourOf(index) + 1) && (column == 0 || column == dayOf(index)))
-            meant.push_back(m_boxes[index]);
+            meant << m_boxes[index];
     const bool areTicked =
         std::all_of(meant.begin(), meant.end(), std::mem_fn(&QCheckBox::isChecked));
-    for (QCheckBox *box : meant)
+    for (QCheckBox *box : std::as_const(meant))
         box->setChecked(!areTicked);
 }
 
@@ -159,8 +161,7 @@ bool WeekGrid::moveFocus(QWidget *cell, int key)
 // The index of the box at the position, or -1.
 int WeekGrid::boxAt(QPoint position) const
 {
-    const auto found = std::find(m_boxes.begin(), m_boxes.end(), childAt(position));
-    return found == m_boxes.end() ? -1 : static_cast<int>(found - m_boxes.begin());
+    return static_cast<int>(m_boxes.indexOf(childAt(position)));
 }
 
 void WeekGrid::mousePressEvent(QMouseEvent *event)
@@ -189,8 +190,8 @@ void WeekGrid::mouseReleaseEvent(QMouseEvent *event)
 void WeekGrid::beginDrag(int box)
 {
     m_drag = Drag{.from = box, .ticks = !m_boxes[box]->isChecked(), .before = {}};
-    for (int index = 0; index < boxCount; ++index)
-        m_drag->before[index] = m_boxes[index]->isChecked();
+    for (const QCheckBox *each : std::as_const(m_boxes))
+        m_drag->before << each->isChecked();
     dragTo(box);
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QWidget>
 
-#include <array>
-#include <bitset>
 #include <optional>
 
 class QCheckBox;
@@ -24,13 +23,12 @@ public:
     static constexpr int days = 7;
     static constexpr int hours = 24;
     static constexpr int boxCount = days * hours;
-    using Boxes = std::array<QCheckBox *, boxCount>;
 
     /// The boxes' object names are the given one, "_" and the box's index.
     explicit WeekGrid(const QString &boxName);
 
     /// The boxes by their indexes, see boxIndex().
-    const Boxes &boxes() const { return m_boxes; }
+    const QList<QCheckBox *> &boxes() const { return m_boxes; }
 
     /// The index of an hour's box; day 1 is Monday.
     static constexpr int boxIndex(int day, int hour) { return hour + hours * (day - 1); }
@@ -48,8 +46,8 @@ private:
     struct Drag
     {
         int from;
-        bool ticks; ///< whether boxes are ticked by it, or unticked
-        std::bitset<boxCount> before;
+        bool ticks;         ///< whether boxes are ticked by it, or unticked
+        QList<bool> before; ///< of each box, whether it was ticked
     };
 
     void addLabels();
@@ -65,7 +63,7 @@ private:
     void makeTabStop(QWidget *cell);
 
     QGridLayout *m_cells; // row 0 holds the labels of the days, column 0 those of the hours
-    Boxes m_boxes{};
+    QList<QCheckBox *> m_boxes;
     QWidget *m_tabStop = nullptr;
     std::optional<Drag> m_drag;
 };

@@ -7,6 +7,7 @@
 #include "store/TaskStore.h"
 #include "ui/dialogs/FreeMinutes.h"
 #include "ui/dialogs/MinuteCombo.h"
+#include "ui/dialogs/WeekGrid.h"
 
 #include <QCheckBox>
 #include <QEvent>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "store/Recordset.h"
-#include "ui/dialogs/WeekGrid.h"
 
 #include <QDialog>
 
+class QCheckBox;
 class QLineEdit;
 class QPushButton;
 
@@ -56,9 +56,9 @@ private:
     QLineEdit *txtFilenaam;
     QCheckBox *CheckAktief;
     MinuteCombo *ComboMinuten;
-    WeekGrid::Boxes Check1; // by WeekGrid::boxIndex()
-    QPushButton *Opslaan;   // Save
-    QPushButton *Annuleren; // Cancel
+    QList<QCheckBox *> Check1; // by WeekGrid::boxIndex()
+    QPushButton *Opslaan;      // Save
+    QPushButton *Annuleren;    // Cancel
 };
 
 } // namespace ui

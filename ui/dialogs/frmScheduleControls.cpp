@@ -1,4 +1,5 @@
 #include "ui/dialogs/MinuteCombo.h"
+#include "ui/dialogs/WeekGrid.h"
 #include "ui/dialogs/frmSchedule.h"
 #include "ui/main/Named.h"
 

@@ -5,6 +5,7 @@
 #include "store/TaskStore.h"
 #include "store/Transaction.h"
 #include "ui/dialogs/MinuteCombo.h"
+#include "ui/dialogs/WeekGrid.h"
 #include "ui/dialogs/frmSchedule.h"
 
 #include <QCheckBox>
@@ -56,7 +57,7 @@ QString frmSchedule::inputMistake() const
         return u"Your forgot to fill in the file name!!!"_s;
     if (ComboMinuten->text().isEmpty())
         return u"Your forgot to fill in the minutes!!!"_s;
-    if (std::none_of(Check1.begin(), Check1.end(), std::mem_fn(&QCheckBox::isChecked)))
+    if (std::none_of(Check1.cbegin(), Check1.cend(), std::mem_fn(&QCheckBox::isChecked)))
         return u"There must be at least 1 download hour!!!"_s;
     return {};
 }
