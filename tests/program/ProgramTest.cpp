@@ -58,7 +58,7 @@ protected:
             QDateTime::currentDateTimeUtc().time().msecsSinceStartOfDay() / 1000 - shown;
         const QTime offset = QTime(0, 0).addSecs(std::abs(west));
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"TZ"_s, u"<X>"_s + (west < 0 ? u"-"_s : u"+"_s) +
+        environment.insert(u"TZ"_s, u"<XYZ>"_s + (west < 0 ? u"-"_s : u"+"_s) +
                                         offset.toString(u"hh:mm:ss"_s));
         environment.insert(u"LC_ALL"_s, u"nl_NL.UTF-8"_s);
         environment.insert(u"XDG_CONFIG_HOME"_s, at(u"config"_s));
