@@ -67,12 +67,13 @@ void TaskEditorTest::save() const
 
 TEST(FreeMinutes, AreRemovedByTheirPositions)
 {
-    const struct
+    struct Case
     {
         std::vector<int> taken;
         QStringList missing;
         std::optional<ErrorNumber> error = {};
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {{59, 0}, {u"59"_s, u"0"_s}},
         {{30, 30}, {u"30"_s, u"31"_s}}, // kept: the second takes the next higher one
         {{59, 59}, {}, ErrorNumber::InvalidProcedureCall},
@@ -106,7 +107,7 @@ TEST_F(TaskEditorTest, OpensEmptyForANewTask)
     EXPECT_EQ(captions.join(u' '), u"&Cancel &Save Active: Download address: Download time "
                                    "Filename: Hour Minutes: Task data Taskname:"_s);
 
-    const std::pair<QStringView, int> lengths[] = {
+    const std::vector<std::pair<QStringView, int>> lengths = {
         {u"txtOpdrachtnaam", 20}, {u"txtDownload_adres", 100}, {u"txtFilenaam", 50}};
     for (const auto &[name, length] : lengths) {
         EXPECT_EQ(text(name), QString());
@@ -162,12 +163,13 @@ TEST_F(TaskEditorTest, OddRowsOfAnotherProgramTickWhatTheyCanOrRaise)
     const QString slot = u"INSERT INTO Tijden VALUES ('Odd', %1)"_s;
     const QString other = u"INSERT INTO Opdrachtgegevens VALUES ('Other', 'a', 'a', %1, 1)"_s;
     const QString task = u"UPDATE Opdrachtgegevens SET %1"_s;
-    const struct
+    struct Case
     {
         QString statement;
         std::optional<ErrorNumber> error = {};
         QList<int> ticked = {};
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {slot.arg(u"NULL, NULL"_s)},
         {slot.arg(u"0, 1"_s)},
         {slot.arg(u"8, 1"_s)},
@@ -198,7 +200,7 @@ TEST_F(TaskEditorTest, OddRowsOfAnotherProgramTickWhatTheyCanOrRaise)
 TEST_F(TaskEditorTest, AsksForWhatIsMissingOneAfterTheOther)
 {
     openEditor();
-    const std::pair<QString, std::function<void()>> missing[] = {
+    const std::vector<std::pair<QString, std::function<void()>>> missing = {
         {u"Your forgot to fill in the task name!!!!"_s, [&] { type(u"txtOpdrachtnaam", u" "_s); }},
         {u"Your forgot to fill in the download address!!!"_s,
          [&] { type(u"txtDownload_adres", u" "_s); }},
@@ -312,7 +314,7 @@ TEST_F(TaskEditorTest, CancelEscAndTheFrameWriteNothing)
     addTask(u"News"_s, u"a"_s, u"a"_s, 1);
     addSlot(u"News"_s, 1, 1);
     const QStringList before = stored();
-    const std::function<void()> endings[] = {
+    const std::vector<std::function<void()>> endings = {
         [&] { QTest::mouseClick(control<QPushButton>(u"Annuleren"), Qt::LeftButton); },
         [&] { QTest::keyClick(editor->focusWidget(), Qt::Key_Escape); },
         [&] { editor->close(); },

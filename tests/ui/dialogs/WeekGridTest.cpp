@@ -130,7 +130,7 @@ TEST_F(WeekGrid, AClickOnALabelTogglesItsColumnOrRow)
 TEST_F(WeekGrid, ArrowKeysMoveAndABlankToggles)
 {
     control<QComboBox>(u"ComboMinuten")->setFocus();
-    const std::tuple<Qt::Key, QString, QList<int>> steps[] = {
+    const std::vector<std::tuple<Qt::Key, QString, QList<int>>> steps = {
         {Qt::Key_Tab, u"Monday 00"_s, {}},
         {Qt::Key_Right, u"Tuesday 00"_s, {}},
         {Qt::Key_Down, u"Tuesday 01"_s, {}},
