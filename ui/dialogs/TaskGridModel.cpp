@@ -65,16 +65,9 @@ QVariant TaskGridModel::data(const QModelIndex &index, int role) const
 
 QVariant TaskGridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal)
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    switch (role) {
-    case Qt::DisplayRole:
-        return taskColumns()[section].title;
-    case Qt::TextAlignmentRole:
-        return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-    default:
-        return {};
-    }
+    return taskColumns()[section].title;
 }
 
 } // namespace ui

@@ -76,6 +76,7 @@ void frmOpdrachten::makeGrid()
     MSHFlexGrid1->setTabKeyNavigation(false);
     MSHFlexGrid1->verticalHeader()->hide();
     MSHFlexGrid1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    MSHFlexGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     MSHFlexGrid1->horizontalHeader()->setHighlightSections(false);
 
     int width =

@@ -1,0 +1,40 @@
+#include "tests/support/FakeHost.h"
+#include "tests/support/Print.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
+{
+    const struct
+    {
+        const char *what;
+        std::function<void(QMessageBox &)> answer;
+        bool isYes;
+    } cases[] = {
+        {"Enter", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
+        {"Esc", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
+        {"No", [](QMessageBox &box) { box.button(QMessageBox::No)->click(); }, false},
+        {"Yes", [](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); }, true},
+    };
+    testing_support::FakeHost host;
+    for (const auto &[what, answer, isYes] : cases) {
+        SCOPED_TRACE(what);
+        QTimer::singleShot(0, qApp, [&, act = answer] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            EXPECT_EQ(box->windowTitle(), u"Title"_s);
+            EXPECT_EQ(box->text(), u"<b>Sure?</b>"_s);
+            EXPECT_EQ(box->textFormat(), Qt::PlainText);
+            EXPECT_EQ(box->icon(), QMessageBox::Question);
+            act(*box);
+        });
+        EXPECT_EQ(host.NativeHost::ask(u"Title"_s, u"<b>Sure?</b>"_s), isYes);
+    }
+}
