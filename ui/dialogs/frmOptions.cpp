@@ -77,7 +77,7 @@ static void tell(const QString &text, MessageIcon icon)
 // The folder that the user chose, with its NUL, or "" after the user was told that there is none.
 static QString chosenFolder(QWidget *owner)
 {
-    const QString path = BrowseForFolder(owner, u"Choose a folder"_s);
+    QString path = BrowseForFolder(owner, u"Choose a folder"_s);
     if (path.isEmpty())
         tell(u"Folder setting aborted!"_s, MessageIcon::Information);
     return path;
