@@ -83,7 +83,7 @@ static QString chosenFolder(QWidget *owner)
     return path;
 }
 
-// Blanks and "?" are characters as well: whatever was loaded counts, or that nothing was.
+// With anything but NUL: "?" counts, and so do the blanks that the settings start as.
 static bool startsWithACharacter(const app::FixedText<200> &setting)
 {
     return setting.text().front().unicode() >= 1;
