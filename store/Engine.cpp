@@ -1,6 +1,7 @@
 #include "store/Engine.h"
 
 #include "platform/RuntimeError.h"
+#include "store/FileKey.h"
 
 #include <QFileInfo>
 
@@ -40,10 +41,11 @@ DatabaseHandle openDatabaseFile(const QString &path, const QString &password, Op
     if (result != SQLITE_OK)
         raiseEngineError(database.get());
 
-    const QByteArray key = password.toUtf8();
-    const int keySize = static_cast<int>(key.size());
-    if (keySize > 0 && sqlite3_key(database.get(), key.constData(), keySize) != SQLITE_OK)
-        raiseEngineError(database.get());
+    if (!password.isEmpty()) {
+        const QByteArray key = fileKey(path, password);
+        if (sqlite3_key(database.get(), key.constData(), static_cast<int>(key.size())) != SQLITE_OK)
+            raiseEngineError(database.get());
+    }
     // Newer engines write another format unless they are told; this one ignores what it is told.
     runScript(database.get(), u"PRAGMA cipher_compatibility = 3;"_s);
     return database;
