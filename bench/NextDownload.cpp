@@ -1,3 +1,4 @@
+#include "bench/Measure.h"
 #include "platform/NativeHost.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
@@ -6,14 +7,10 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <algorithm>
-#include <cstdio>
 #include <sqlite3.h>
-#include <vector>
 
 // next_download_bench: what finding the next download costs beside the engine's own time for the
 // largest schedule that is planned for, 60 tasks in all of the week's 168 slots, when each of them
@@ -63,32 +60,6 @@ public:
         return local_days{2026y / November / 22} + 23h + 59min + 15s;
     }
 };
-
-struct Spread
-{
-    double low, median, high; ///< the middle half
-};
-
-static Spread spreadOf(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return {values[values.size() / 4], values[values.size() / 2], values[values.size() * 3 / 4]};
-}
-
-static void print(const char *name, const char *unit, const Spread &spread)
-{
-    std::printf("%-18s %7.3f %-2s  (middle half %.3f to %.3f)\n", name, spread.median, unit,
-                spread.low, spread.high);
-}
-
-template <typename Action>
-static double milliseconds(Action &&action)
-{
-    QElapsedTimer clock;
-    clock.start();
-    action();
-    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
-}
 
 int main(int argc, char **argv)
 {

@@ -1,0 +1,110 @@
+#include "bench/Measure.h"
+#include "platform/NativeHost.h"
+#include "store/TaskStore.h"
+#include "store/Transaction.h"
+#include "ui/dialogs/WeekGrid.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmForceDownload.h"
+#include "ui/dialogs/frmOpdrachten.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmSchedule.h"
+#include "ui/main/DownloadRecord.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+// window_opening_bench: how long each window takes from nothing to its first painting, beside an
+// empty dialog, with 50 tasks that have all of the week's slots. They open in turn.
+
+using namespace Qt::StringLiterals;
+
+static constexpr int rounds = 31;
+
+static void fillDatabase(const QString &programFolder)
+{
+    constexpr int tasks = 50;
+    QDir().mkpath(programFolder + u"/database"_s);
+    QFile::copy(QStringLiteral(EMPTY_DATABASE), programFolder + u"/database/ostravelin.mdb"_s);
+    store::OpenDatabase(programFolder);
+    store::Transaction transaction(store::dbConnection);
+    for (int task = 0; task < tasks; ++task) {
+        store::dbConnection.execute(
+            u"INSERT INTO Opdrachtgegevens VALUES ('Task %1', 'http://a/b', 'c', %1, 1)"_s.arg(
+                task));
+        for (int slot = 0; slot < ui::WeekGrid::boxCount; ++slot) {
+            store::dbConnection.execute(u"INSERT INTO Tijden VALUES ('Task %1', %2, %3)"_s.arg(task)
+                                            .arg(ui::WeekGrid::dayOf(slot))
+                                            .arg(ui::WeekGrid::hourOf(slot)));
+        }
+    }
+    transaction.commit();
+}
+
+class PaintWatch : public QObject
+{
+public:
+    bool painted = false;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        painted = painted || event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+static double millisecondsToOpen(const std::function<std::unique_ptr<QDialog>()> &make)
+{
+    return milliseconds([&] {
+        const auto dialog = make();
+        PaintWatch watch;
+        dialog->installEventFilter(&watch);
+        dialog->show();
+        while (!watch.painted)
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    });
+}
+
+template <typename Dialog, typename... Arguments>
+static std::function<std::unique_ptr<QDialog>()> maker(Arguments &...arguments)
+{
+    return [&] { return std::make_unique<Dialog>(arguments...); };
+}
+
+int main(int argc, char **argv)
+{
+    platform::NativeHost host;
+    platform::installHost(host);
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QTemporaryDir folder;
+    fillDatabase(folder.path());
+    store::createTaskRecordset();
+    store::sOpdrachtnaam = u"Task 7"_s;
+    ui::DownloadRecord pending;
+    const ui::frmOpdrachten::Editor noEditor;
+
+    const std::pair<const char *, std::function<std::unique_ptr<QDialog>()>> windows[] = {
+        {"empty dialog", maker<QDialog>()},
+        {"task list", maker<ui::frmOpdrachten>(noEditor)},
+        {"task editor", maker<ui::frmSchedule>()},
+        {"forced download", maker<ui::frmForceDownload>(pending)},
+        {"options", maker<ui::frmOptions>()},
+        {"about", maker<ui::frmAbout>()},
+    };
+    std::map<const char *, std::vector<double>> times;
+    for (int round = 0; round < rounds; ++round)
+        for (const auto &[name, make] : windows)
+            times[name].push_back(millisecondsToOpen(make));
+    for (const auto &window : windows) {
+        const auto &ofWindow = times[window.first];
+        print(window.first, "ms", spreadOf(ofWindow));
+        std::printf("%20sthe first time %.1f ms\n", "", ofWindow.front());
+    }
+    return EXIT_SUCCESS;
+}
