@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -78,6 +80,10 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
 {
     makeFile(destination(u"news.spc"_s), "old");
     makeFile(spcFolder(u"news.spc"_s), "old");
+    // what a program that was killed in the middle may have left
+    for (const auto &leftover :
+         {u"tijdelijk.txt"_s, u"tijdelijk.bat"_s, u"latest.mp2"_s, u".ostravelin-batch.part"_s})
+        makeFile(destination(leftover), QByteArray(50'000, 'x'));
     openForm();
     runDownloadAndBatch();
     EXPECT_EQ(fileBytes(destination(u"tijdelijk.txt"_s)),
@@ -195,4 +201,41 @@ TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
     EXPECT_EQ(log()[3], u"File not found"_s); // the download
     EXPECT_EQ(fileBytes(destination(u"news.spc"_s)), "old");
     EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+}
+
+// A limit on the size of written files stands for a full disk, and meets the batch's process too.
+TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    const auto setLimit = [&](rlim_t bytes) {
+        const rlimit limit{bytes, unlimited.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    const struct
+    {
+        rlim_t forHeaderAndBatch;
+        rlim_t forCopy;
+        bool makesSpcFile;
+    } cases[] = {{200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
+    openForm();
+    for (const auto &[forHeaderAndBatch, forCopy, makesSpcFile] : cases) {
+        SCOPED_TRACE(forHeaderAndBatch);
+        makeFile(destination(u"news.spc"_s), "old");
+        makeFile(spcFolder(u"news.spc"_s), "old");
+        makeFile(destination(u"latest.mp2"_s), audio);
+        setLimit(std::min(forHeaderAndBatch, unlimited.rlim_cur));
+        form->WriteSpcHeader();
+        waitForBatch();
+        setLimit(forCopy);
+        tickWatch();
+        setLimit(unlimited.rlim_cur);
+        EXPECT_EQ(QFile(destination(u"news.spc"_s)).size(), makesSpcFile ? 256 + audio.size() : 3);
+        EXPECT_EQ(fileBytes(spcFolder(u"news.spc"_s)), "old");
+        EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+        EXPECT_FALSE(watch()->isActive());
+        EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
+        EXPECT_FALSE(log().isEmpty());
+    }
 }
