@@ -3,10 +3,14 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/Print.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QProcess>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace platform;
 using namespace Qt::StringLiterals;
@@ -66,6 +70,13 @@ TEST_F(Batch, AFailedOneSaysWhyAndLeavesTheOldOutput)
     EXPECT_TRUE(run(u"missing"_s, u"out"_s).contains(u"missing"_s));
     EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "old");
     EXPECT_EQ(files(), (QStringList{u"header"_s, u"out"_s}));
+
+    // a pipe that nobody fills keeps the process running until it is killed
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.filePath(u"pipe"_s)).constData(), 0600), 0);
+    QTimer::singleShot(0, [] { qApp->findChild<QProcess *>()->kill(); });
+    EXPECT_EQ(run(u"pipe"_s, u"out"_s), u"the process was ended"_s);
+    EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "old");
+    EXPECT_EQ(files(), (QStringList{u"header"_s, u"out"_s, u"pipe"_s}));
 }
 
 TEST(SingleByteText, ReplacesWhatTheCodePageLacks)
