@@ -19,7 +19,7 @@ static QLineEdit *makeText(const QString &name, int maxLength)
 {
     auto *text = named<QLineEdit>(name);
     text->setMaxLength(maxLength);
-    text->setMinimumWidth(45 * text->fontMetrics().averageCharWidth());
+    text->setMinimumWidth(60 * text->fontMetrics().averageCharWidth());
     return text;
 }
 
