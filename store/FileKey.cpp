@@ -2,9 +2,8 @@
 
 #include <QFile>
 
-#include <nettle/pbkdf2.h>
-
 #include <array>
+#include <nettle/pbkdf2.h>
 
 namespace store {
 
