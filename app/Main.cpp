@@ -87,8 +87,10 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
         askForSettings();
     }
     app::LoadSettings();
+    store::beginOpenDatabase(host().programFolder());
+    mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm)); // meanwhile
     store::OpenDatabase(host().programFolder());
-    mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm));
+    mainForm->Form_Load();
     mainForm->show();
 }
 
@@ -100,7 +102,6 @@ int main(int argc, char **argv)
 {
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
-    store::beginOpenDatabase(nativeHost.programFolder());
     const QApplication application(argc, argv);
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     QTimer::singleShot(iconDelay, &application,

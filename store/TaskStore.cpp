@@ -3,8 +3,6 @@
 #include "platform/RuntimeError.h"
 #include "store/ConnectionString.h"
 
-#include <QThread>
-
 #include <future>
 
 namespace store {
@@ -25,8 +23,6 @@ static std::future<void> opening;
 
 void beginOpenDatabase(const QString &programFolder)
 {
-    // The first thread that the toolkit meets becomes its main thread: let it be this one.
-    QThread::currentThread();
     opening = std::async(std::launch::async,
                          [programFolder] { dbConnection.open(connectionString(programFolder)); });
 }

@@ -29,7 +29,10 @@ MainForm::MainForm(MenuWindows windows)
     makeMenus();
     connectEvents();
     app::beforeErrorReport([this] { comeToRest(); });
+}
 
+void MainForm::Form_Load()
+{
     store::createTaskRecordset();
     setWindowTitle(app::WindowTitle());
     ZoekVolgende();
