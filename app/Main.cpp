@@ -87,10 +87,8 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
         askForSettings();
     }
     app::LoadSettings();
-    store::beginOpenDatabase(host().programFolder());
-    mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm)); // meanwhile
     store::OpenDatabase(host().programFolder());
-    mainForm->Form_Load();
+    mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm));
     mainForm->show();
 }
 

@@ -75,7 +75,6 @@ int main(int argc, char **argv)
     }
 
     ui::MainForm window;
-    window.Form_Load();
     std::vector<double> engine;
     std::vector<double> whole;
     std::vector<double> ratios;

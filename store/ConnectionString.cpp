@@ -12,7 +12,8 @@ static const auto placeInProgramFolder = u"\\database\\ostravelin.mdb"_s;
 QString connectionString(const QString &programFolder)
 {
     return u"Provider=Microsoft.Jet.OLEDB.4.0;"_s + u"Data Source="_s + programFolder +
-           placeInProgramFolder + u";"_s + u"Jet OLEDB:Database Password = kelp@vastrumboren;"_s;
+           placeInProgramFolder + u";"_s + u"Jet OLEDB:Database Password = "_s +
+           taskDatabasePassword.toString() + u';';
 }
 
 static QStringList assignments(const QString &text)

@@ -4,6 +4,9 @@
 
 namespace store {
 
+/// The password of the task database, the same in every installation.
+inline constexpr QStringView taskDatabasePassword = u"kelp@vastrumboren";
+
 /// The text that names the task database below a program folder, and its password.
 QString connectionString(const QString &programFolder);
 

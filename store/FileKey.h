@@ -3,11 +3,11 @@
 #include <QByteArray>
 #include <QString>
 
-// How an encrypted database file's key comes from its password.
 namespace store {
 
-/// What the engine takes as the key of the file at `path`: the key itself, derived from the
-/// password and the file's salt, or the password as it is when the file has no salt yet.
+/// What the engine takes as the key of the database file at `path`, which need not exist yet: the
+/// password, from which it derives the key by the file's salt, or that key itself where it is
+/// known beforehand.
 QByteArray fileKey(const QString &path, const QString &password);
 
 } // namespace store

@@ -3,8 +3,6 @@
 #include "platform/RuntimeError.h"
 #include "store/ConnectionString.h"
 
-#include <future>
-
 namespace store {
 
 using namespace Qt::StringLiterals;
@@ -19,20 +17,9 @@ static void requireTables()
     dbConnection.prepare(u"SELECT * FROM Opdrachtgegevens, Tijden"_s);
 }
 
-static std::future<void> opening;
-
-void beginOpenDatabase(const QString &programFolder)
-{
-    opening = std::async(std::launch::async,
-                         [programFolder] { dbConnection.open(connectionString(programFolder)); });
-}
-
 void OpenDatabase(const QString &programFolder)
 {
-    if (!opening.valid())
-        dbConnection.open(connectionString(programFolder));
-    else
-        opening.get();
+    dbConnection.open(connectionString(programFolder));
     try {
         requireTables();
     } catch (const platform::RuntimeError &) {

@@ -22,11 +22,6 @@ extern platform::Boolean bNieuweOpdracht;
 /// The task to edit, empty when one is added. The editor leaves the name of a task that it saved.
 extern QString sOpdrachtnaam;
 
-/// Lets OpenDatabase() find its work done: deriving the key of the database takes about as long as
-/// all the rest of the program's start, and is done meanwhile on a thread of its own. Nothing may
-/// use dbConnection before OpenDatabase() has returned.
-void beginOpenDatabase(const QString &programFolder);
-
 /// Opens dbConnection on the task database of a program folder. Raises what Connection::open()
 /// raises, and the engine's error when the database lacks one of the tables.
 void OpenDatabase(const QString &programFolder);

@@ -29,10 +29,8 @@ static void makeDatabase(const QString &schema, const QString &target)
     const QString unfinished = target + u".new"_s;
     QFile::remove(unfinished);
     {
-        const QString password =
-            store::parsedConnectionString(store::connectionString({})).password;
-        const auto database =
-            store::openDatabaseFile(unfinished, password, store::OpenMode::Create);
+        const auto database = store::openDatabaseFile(
+            unfinished, store::taskDatabasePassword.toString(), store::OpenMode::Create);
         store::runScript(database.get(), u"BEGIN;"_s + script + u"COMMIT;"_s);
     }
     platform::moveFile(unfinished, target);

@@ -69,6 +69,23 @@ TEST_F(MakeDatabase, LeavesNothingWhenItFails)
     }
 }
 
+// Databases from elsewhere have a salt of their own.
+TEST_F(MakeDatabase, TheSaltOfAnotherMakerIsTaken)
+{
+    connection.close();
+    QFile::remove(databasePath());
+    sqlite3 *database = nullptr;
+    sqlite3_open(databasePath().toUtf8().constData(), &database);
+    EXPECT_EQ(sqlite3_exec(database,
+                           "PRAGMA key = 'kelp@vastrumboren'; "
+                           "CREATE TABLE Tijden (Dagen); INSERT INTO Tijden VALUES (5);",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    connection.open(store::connectionString(programFolder()));
+    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList{u"5"_s});
+}
+
 // Other tools open the file with the password and the engine's own settings.
 TEST_F(MakeDatabase, IsReadableWithTheEnginesDefaults)
 {

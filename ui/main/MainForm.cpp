@@ -29,10 +29,7 @@ MainForm::MainForm(MenuWindows windows)
     makeMenus();
     connectEvents();
     app::beforeErrorReport([this] { comeToRest(); });
-}
 
-void MainForm::Form_Load()
-{
     store::createTaskRecordset();
     setWindowTitle(app::WindowTitle());
     ZoekVolgende();

@@ -31,7 +31,7 @@ extern platform::Boolean ForcedDownload;
 
 /// The program's one long-lived window: the clock, the pending download and the countdown to it,
 /// the progress of a running one. It starts each download on time and looks up the next one when
-/// it has ended, in whatever way.
+/// it has ended, in whatever way. The database must be open before it is made.
 class MainForm : public QMainWindow
 {
     Q_OBJECT
@@ -39,10 +39,6 @@ class MainForm : public QMainWindow
 public:
     explicit MainForm(MenuWindows windows = {});
     ~MainForm() override;
-
-    /// Fills the window from the open database and starts its countdown. Called once, before the
-    /// window is shown.
-    void Form_Load();
 
     /// The pending download.
     DownloadRecord DownloadEntry;

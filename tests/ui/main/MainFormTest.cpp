@@ -90,7 +90,6 @@ QStringList MainFormTest::stored()
 void MainFormTest::openForm(ui::MenuWindows windows)
 {
     form = std::make_unique<ui::MainForm>(std::move(windows));
-    form->Form_Load();
     form->findChild<QTimer *>(u"Timer1"_s)->setInterval(std::chrono::hours(1));
     form->show();
 }
