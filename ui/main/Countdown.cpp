@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "ui/main/DisplayText.h"
+#include "ui/main/ElidedLabel.h"
 #include "ui/main/MainForm.h"
 
 #include <QGroupBox>

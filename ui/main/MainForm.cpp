@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "store/TaskStore.h"
+#include "ui/main/ElidedLabel.h"
 
 #include <QGuiApplication>
 #include <QLabel>
@@ -123,6 +124,7 @@ void MainForm::mnuLogbestand_Click()
 void MainForm::showStatus(const QString &text)
 {
     m_statusPanel->setText(text);
+    m_statusPanel->setAccessibleName(u"Status: "_s + text);
 }
 
 // Blocks the window on purpose, with the status line as it is to be read meanwhile.

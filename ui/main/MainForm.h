@@ -24,6 +24,7 @@ class PB;
 
 namespace ui {
 
+class ElidedLabel;
 class TextFileBox;
 
 /// Whether the pending or running download was asked for by hand. Cleared when it ends.
@@ -112,12 +113,12 @@ private:
     QTimer *Timer2;         // batch watch
     QTimer *RecomputeLater; // the next attempt after one that could not arm anything
 
-    TextFileBox *RichTextBox1; // the SPC files' text on its way to the disk
-    QLabel *Label1;            // clock: hours and minutes
-    QLabel *Label2;            // clock: seconds
-    QLabel *Label3;            // seconds until the pending download
-    QLabel *Label4;            // its moment and task
-    QLabel *m_statusPanel;     // panel 1 of StatusBar1
+    TextFileBox *RichTextBox1;  // the SPC files' text on its way to the disk
+    QLabel *Label1;             // clock: hours and minutes
+    QLabel *Label2;             // clock: seconds
+    QLabel *Label3;             // seconds until the pending download
+    ElidedLabel *Label4;        // its moment and task
+    ElidedLabel *m_statusPanel; // panel 1 of StatusBar1
     QGroupBox *frameDownload;
     controls::PB *pBar;
     controls::DL *ctlDownload;

@@ -1,5 +1,7 @@
 #include "controls/DL/DL.h"
 #include "controls/PB/PB.h"
+#include "ui/main/DisplayText.h"
+#include "ui/main/ElidedLabel.h"
 #include "ui/main/MainForm.h"
 #include "ui/main/Named.h"
 #include "ui/main/TextFileBox.h"
@@ -8,6 +10,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QStatusBar>
+#include <QStyle>
 
 // How the main window's controls are made and laid out.
 namespace ui {
@@ -15,10 +18,15 @@ namespace ui {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+// What the line of the next download has room for; longer task names are cut.
+static constexpr auto widestMoment =
+    std::chrono::local_days(std::chrono::year(2088) / 12 / 28) + 20h + 58min + 58s;
+static constexpr int usualNameLength = 16;
+
 static QLabel *makeLabel(const QString &name, const QString &meaning)
 {
     auto *label = named<QLabel>(name);
-    label->setAccessibleName(meaning);
+    label->setAccessibleDescription(meaning); // its name is the text that it shows
     label->setTextFormat(Qt::PlainText);
     return label;
 }
@@ -86,7 +94,9 @@ void MainForm::makeControls()
     central->setLayout(content);
     setCentralWidget(central);
 
-    m_statusPanel = makeLabel(u"StatusBar1Panel1"_s, u"Status"_s);
+    m_statusPanel = named<ElidedLabel>(u"StatusBar1Panel1"_s);
+    m_statusPanel->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0, 0, 0);
+    showStatus({});
     auto *StatusBar1 = named<QStatusBar>(u"StatusBar1"_s);
     StatusBar1->addWidget(m_statusPanel, 1);
     setStatusBar(StatusBar1);
@@ -109,11 +119,13 @@ QWidget *MainForm::makeCountdownFrame()
     figures->addWidget(makeLine(u"Line2"_s, QFrame::VLine));
     figures->addWidget(Label3);
 
-    Label4 = makeLabel(u"Label4"_s, u"Next download"_s);
+    Label4 = named<ElidedLabel>(u"Label4"_s);
+    Label4->setAccessibleDescription(u"Next download"_s);
     QFont bold = Label4->font();
     bold.setPointSize(12);
     bold.setBold(true);
     Label4->setFont(bold);
+    Label4->setUsualText(momentText(widestMoment) + u" ==> "_s + QString(usualNameLength, u'n'));
     Label4->setForegroundRole(QPalette::WindowText); // not that of texts on Shape2's background
     auto *next = new QHBoxLayout;
     next->addWidget(Label4);

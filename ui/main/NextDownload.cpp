@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
+#include "ui/main/ElidedLabel.h"
 #include "ui/main/MainForm.h"
 #include "ui/main/NextSlot.h"
 
