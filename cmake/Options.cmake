@@ -5,6 +5,11 @@ target_compile_options(ostravelin_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 target_compile_definitions(ostravelin_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+if(OSTRAVELIN_FUZZ)
+    target_compile_options(ostravelin_options INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    target_link_options(ostravelin_options INTERFACE -fsanitize=address,undefined)
+endif()
 if(OSTRAVELIN_SANITIZE)
     target_compile_options(ostravelin_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -13,6 +13,8 @@
 #include <QMenu>
 #include <QScopeGuard>
 
+#include <array>
+
 namespace ui {
 
 using namespace Qt::StringLiterals;
@@ -73,7 +75,7 @@ private:
     int m_day;
     int m_hour;
     int m_minute;
-    int m_texts[3];
+    std::array<int, 3> m_texts;
 };
 
 } // namespace

@@ -1,0 +1,56 @@
+#include "store/Statement.h"
+
+#include "store/Criterion.h"
+#include "store/Engine.h"
+#include "store/Statements.h"
+#include "store/Tokens.h"
+#include "tests/fuzz/Fuzz.h"
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+static sqlite3 *database()
+{
+    static const store::DatabaseHandle handle = [] {
+        sqlite3 *opened = nullptr;
+        fuzz::require(sqlite3_open(":memory:", &opened) == SQLITE_OK);
+        store::DatabaseHandle made(opened);
+        store::runScript(opened, u"CREATE TABLE Tijden (Opdrachtnaam, Dagen, Uren);"_s);
+        return made;
+    }();
+    return handle.get();
+}
+
+// The pieces stand in the statement in their order and do not overlap.
+static void requireOrder(QStringView statement)
+{
+    auto place = statement.begin();
+    for (const store::Token &token : store::tokens(statement)) {
+        fuzz::require(!token.text.isEmpty() && token.text.begin() >= place);
+        place = token.text.end();
+    }
+    fuzz::require(place <= statement.end());
+}
+
+// A name that was put between quotes reaches the engine, and a search, as it is.
+static void requireName(const QString &name)
+{
+    const QString quoted = u'\'' + store::withDoubledQuotes(name) + u'\'';
+    fuzz::require(store::parsedCriterion(u"Opdrachtnaam = "_s + quoted).text == name);
+    store::Statement statement(database(), u"SELECT "_s + quoted);
+    fuzz::require(statement.step());
+    const auto *read = reinterpret_cast<const char *>(sqlite3_column_text(statement.handle(), 0));
+    fuzz::require(QString::fromUtf8(read) == name);
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString text = fuzz::text(data, size);
+    requireOrder(text);
+    fuzz::allowingErrors([&] { store::Statement(database(), text); });
+    fuzz::allowingErrors([&] { store::parsedCriterion(text); });
+    if (!text.contains(QChar::Null))
+        requireName(text);
+    return 0;
+}
