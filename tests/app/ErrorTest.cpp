@@ -1,19 +1,12 @@
 #include "app/ErrorReport.h"
 #include "app/ErrorTrap.h"
 #include "app/Module1.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QDir>
 
-#include <gtest/gtest.h>
-
 using namespace app;
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
 using platform::RuntimeError;
-using testing_support::FakeHost;
-using testing_support::fileBytes;
 
 static void fail()
 {

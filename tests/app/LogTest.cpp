@@ -1,19 +1,13 @@
 #include "app/Module1.h"
-#include "platform/RuntimeError.h"
-#include "tests/support/FakeHost.h"
+#include "tests/support/Test.h"
 
 #include <QDir>
 
-#include <gtest/gtest.h>
-
 using namespace app;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::moment;
 
 TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
 {
-    testing_support::FakeHost host;
+    FakeHost host;
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
@@ -25,6 +19,6 @@ TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
 
 TEST(Log, RaisesWhenItCannotBeWritten)
 {
-    testing_support::FakeHost host;
+    FakeHost host;
     EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
 }

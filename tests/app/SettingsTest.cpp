@@ -1,14 +1,7 @@
 #include "app/Module1.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace app;
-using namespace Qt::StringLiterals;
-using testing_support::FakeHost;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 static QString settingsPath(const FakeHost &host)
 {

@@ -1,14 +1,9 @@
 #include "platform/Arithmetic.h"
 
 #include "platform/Text.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::errorOf;
 
 TEST(Arithmetic, ThirtyTwoBitsOverflowOnBothSides)
 {

@@ -1,7 +1,6 @@
 #include "platform/NativeHost.h"
 #include "platform/SingleByteText.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QApplication>
 #include <QDir>
@@ -9,13 +8,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 

@@ -1,22 +1,14 @@
 #include "platform/Files.h"
 
-#include "platform/RuntimeError.h"
-#include "tests/support/Errors.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QDir>
 #include <QStorageInfo>
 
 #include <csignal>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::errorOf;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 

@@ -1,15 +1,10 @@
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
 {
@@ -24,7 +19,7 @@ TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
         {"No", [](QMessageBox &box) { box.button(QMessageBox::No)->click(); }, false},
         {"Yes", [](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); }, true},
     };
-    testing_support::FakeHost host;
+    FakeHost host;
     for (const auto &[what, answer, isYes] : cases) {
         SCOPED_TRACE(what);
         QTimer::singleShot(0, qApp, [&, act = answer] {

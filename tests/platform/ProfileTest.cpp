@@ -1,16 +1,10 @@
 #include "platform/posix/Profile.h"
 
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QFile>
 
-#include <gtest/gtest.h>
-
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 

@@ -1,12 +1,8 @@
 #include "store/ConnectionString.h"
 
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QDir>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 TEST(ConnectionString, JoinsItsPiecesAsTheyStand)
 {

@@ -1,8 +1,6 @@
 #include "store/ConnectionString.h"
 #include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
 #include <QFile>
 
@@ -11,10 +9,7 @@
 #include <thread>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
 using platform::RuntimeError;
-using testing_support::errorOf;
 
 class Connection : public StoreTest
 {};

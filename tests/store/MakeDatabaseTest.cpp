@@ -1,17 +1,11 @@
 #include "store/ConnectionString.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 
 #include <sqlite3.h>
-
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
-using testing_support::errorOf;
 
 class MakeDatabase : public StoreTest
 {

@@ -2,14 +2,8 @@
 
 #include "store/Statements.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::Value;
-using testing_support::errorOf;
 
 class Recordset : public StoreTest
 {

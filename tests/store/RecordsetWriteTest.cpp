@@ -2,14 +2,8 @@
 #include "store/Recordset.h"
 #include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::Value;
-using testing_support::errorOf;
 
 // Three slots, Monday 1:00 to Wednesday 3:00, in an open recordset.
 class RecordsetWrite : public StoreTest

@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QFile>
 
-using namespace Qt::StringLiterals;
-
 StoreTest::StoreTest()
 {
     QDir().mkpath(programFolder() + u"/database"_s);

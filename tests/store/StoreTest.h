@@ -1,10 +1,9 @@
 #pragma once
 
 #include "store/Recordset.h"
+#include "tests/support/Test.h"
 
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 /// A connection to an empty task database of the test's own.
 class StoreTest : public testing::Test

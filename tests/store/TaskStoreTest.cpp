@@ -2,12 +2,6 @@
 
 #include "store/Statements.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
-
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
-using testing_support::errorOf;
 
 class TaskStore : public StoreTest
 {

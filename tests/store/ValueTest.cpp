@@ -1,16 +1,10 @@
 #include "store/Value.h"
 
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
 #include <optional>
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::Value;
-using testing_support::errorOf;
 
 namespace {
 

@@ -1,15 +1,8 @@
 #include "controls/DL/Address.h"
 #include "tests/controls/DL/Downloads.h"
-#include "tests/support/Print.h"
 
 #include <string>
 #include <vector>
-
-using namespace Qt::StringLiterals;
-using testing_support::Answer;
-using testing_support::Ending;
-using testing_support::Framing;
-using testing_support::Station;
 
 static const QByteArray Audio = QByteArray("0123456789").repeated(300);
 

@@ -1,6 +1,4 @@
 #include "tests/controls/DL/Downloads.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
@@ -10,16 +8,8 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using controls::DL;
 using controls::Limits;
-using platform::ErrorNumber;
-using testing_support::Answer;
-using testing_support::Ending;
-using testing_support::errorOf;
-using testing_support::Framing;
-using testing_support::Station;
 
 static const QByteArray Audio = QByteArray("0123456789").repeated(300'000);
 constexpr qint32 Size = 3'000'000;

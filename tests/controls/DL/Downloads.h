@@ -2,13 +2,13 @@
 
 #include "controls/DL/DL.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
 
@@ -69,6 +69,6 @@ protected:
         return {-1, -1};
     }
 
-    testing_support::Station station;
+    Station station;
     QTemporaryDir folder;
 };

@@ -1,22 +1,17 @@
 #include "controls/PB/PB.h"
 
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QAccessible>
 #include <QImage>
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
 #include <limits>
 #include <memory>
 #include <string>
 #include <vector>
 
-using namespace Qt::StringLiterals;
 using controls::PB;
-using platform::ErrorNumber;
-using testing_support::errorOf;
 
 namespace {
 

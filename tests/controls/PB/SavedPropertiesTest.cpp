@@ -1,14 +1,12 @@
 #include "controls/PB/PB.h"
 #include "controls/PB/PropertyBag.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QMap>
 #include <QStringList>
 
-#include <gtest/gtest.h>
 #include <vector>
 
-using namespace Qt::StringLiterals;
 using controls::PB;
 
 namespace {

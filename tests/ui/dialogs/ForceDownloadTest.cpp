@@ -1,6 +1,4 @@
 #include "store/TaskStore.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 #include "ui/dialogs/frmForceDownload.h"
 
@@ -11,11 +9,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-using platform::Boolean;
-using testing_support::moment;
 
 namespace {
 
@@ -94,8 +87,7 @@ TEST_F(ForceDownload, OffersTheTasksAndStartsWithNoneChosen)
 TEST_F(ForceDownload, TakesThePlaceOfThePendingDownload)
 {
     const QByteArray audio(123456, 'a');
-    addTask(u"Kid''s été"_s, testing_support::Station::url(u"/kids/raw.mp2"_s), u"kids.mp2"_s, 0,
-            false);
+    addTask(u"Kid''s été"_s, Station::url(u"/kids/raw.mp2"_s), u"kids.mp2"_s, 0, false);
     station.answer(u"/kids/raw.mp2"_s, {.body = audio});
     openMain();
     QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
@@ -108,7 +100,7 @@ TEST_F(ForceDownload, TakesThePlaceOfThePendingDownload)
 
     runDownload();
     EXPECT_EQ(log(), QStringList{u"Kid's été - 123.456 kB - 98.76 kB/s - Forced"_s});
-    EXPECT_EQ(testing_support::fileBytes(destination(u"kids.mp2"_s)), audio);
+    EXPECT_EQ(fileBytes(destination(u"kids.mp2"_s)), audio);
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"Hourly"_s);
     EXPECT_EQ(ui::ForcedDownload, Boolean::False);
 }

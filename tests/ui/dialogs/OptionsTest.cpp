@@ -1,6 +1,5 @@
 #include "app/Module1.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 #include "ui/dialogs/Module2.h"
 #include "ui/dialogs/frmOptions.h"
 
@@ -12,12 +11,7 @@
 #include <QTabBar>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 using platform::MessageIcon;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 
@@ -61,7 +55,7 @@ protected:
         return button(u"cmdOK"_s)->isEnabled();
     }
 
-    testing_support::FakeHost host;
+    FakeHost host;
     std::unique_ptr<ui::frmOptions> window;
 };
 
@@ -318,7 +312,7 @@ TEST_F(Options, CancelTheFrameAndEscEndTheProgramWithoutADestination)
 
 TEST(BrowseForFolder, ReturnsTheFolderWithItsNulOrNothing)
 {
-    testing_support::FakeHost host;
+    FakeHost host;
     const std::pair<QString, QString> cases[] = {
         {u"/srv/audio"_s, u"/srv/audio"_s + QChar::Null},
         {u"/"_s, u"/"_s + QChar::Null},

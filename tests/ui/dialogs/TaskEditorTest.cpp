@@ -1,18 +1,12 @@
 #include "tests/ui/dialogs/TaskEditorTest.h"
 
 #include "store/TaskStore.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 #include "ui/dialogs/FreeMinutes.h"
 #include "ui/dialogs/MinuteCombo.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QTest>
-
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
-using testing_support::errorOf;
 
 void TaskEditorTest::openEditor(const QString &name)
 {

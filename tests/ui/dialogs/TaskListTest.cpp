@@ -2,21 +2,15 @@
 
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QTest>
 #include <QToolTip>
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::bNieuweOpdracht;
 using store::rsOpdrachten;
 using store::sOpdrachtnaam;
-using testing_support::errorOf;
 
 TaskListTest::TaskListTest()
 {

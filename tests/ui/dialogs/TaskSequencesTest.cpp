@@ -1,5 +1,4 @@
 #include "store/TaskStore.h"
-#include "tests/support/Print.h"
 #include "tests/ui/dialogs/TaskListTest.h"
 #include "ui/dialogs/MinuteCombo.h"
 #include "ui/dialogs/frmSchedule.h"
@@ -12,7 +11,6 @@
 #include <random>
 #include <set>
 
-using namespace Qt::StringLiterals;
 using store::sOpdrachtnaam;
 
 namespace {

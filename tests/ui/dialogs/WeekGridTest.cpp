@@ -1,11 +1,8 @@
-#include "tests/support/Print.h"
 #include "tests/ui/dialogs/TaskEditorTest.h"
 
 #include <QTest>
 #include <QToolButton>
 #include <QWindow>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,21 +1,11 @@
 #include "app/Module1.h"
 #include "controls/PB/PB.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-using platform::Boolean;
-using testing_support::Answer;
-using testing_support::Ending;
-using testing_support::fileBytes;
-using testing_support::makeFile;
-using testing_support::moment;
 
 namespace {
 
@@ -144,7 +134,7 @@ TEST_F(DownloadCycle, EveryFailureIsToldAndTheNextSlotArmed)
          {.body = audio, .cutAfter = 1000, .ending = Ending::Close},
          u"Disconnected"_s},
         {"no length",
-         {.body = audio, .framing = testing_support::Framing::UntilClose, .ending = Ending::Close},
+         {.body = audio, .framing = Framing::UntilClose, .ending = Ending::Close},
          u"Disconnected"_s},
         {"redirect loop",
          {.status = 302, .headers = {"Location: http://station.example/radio/latest.mp2"}},

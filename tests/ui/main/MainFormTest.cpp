@@ -3,7 +3,6 @@
 #include "app/Module1.h"
 #include "store/OpenRecordset.h"
 #include "store/TaskStore.h"
-#include "tests/support/Print.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,11 +11,6 @@
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
-
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
-using testing_support::moment;
 
 MainFormTest::MainFormTest()
 {
@@ -65,8 +59,7 @@ void MainFormTest::addTaskAt(std::chrono::local_seconds due, const QString &name
 {
     const auto day = std::chrono::floor<std::chrono::days>(due);
     const std::chrono::hh_mm_ss time(due - day);
-    addTask(name, testing_support::Station::url(path), fileName,
-            static_cast<int>(time.minutes().count()));
+    addTask(name, Station::url(path), fileName, static_cast<int>(time.minutes().count()));
     addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
             static_cast<int>(time.hours().count()));
 }

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "controls/DL/DL.h"
-#include "tests/support/FakeHost.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 #include "ui/main/MainForm.h"
 
-#include <gtest/gtest.h>
 #include <memory>
 
 /// The main window on a database, settings and a station of its own. The clock starts on
@@ -50,8 +49,8 @@ protected:
     QString destination(const QString &name) const;
     QStringList destinationFiles() const;
 
-    testing_support::FakeHost host;
-    testing_support::Station station;
+    FakeHost host;
+    Station station;
     std::unique_ptr<ui::MainForm> form;
     QStringList statusesDuringPauses;
 };

@@ -1,16 +1,10 @@
 #include "app/Module1.h"
-#include "platform/RuntimeError.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
-
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::moment;
 
 using MainWindow = MainFormTest;
 

@@ -1,13 +1,8 @@
 #include "app/Module1.h"
 #include "store/TaskStore.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
-
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using testing_support::moment;
 
 using NextDownload = MainFormTest;
 

@@ -1,12 +1,10 @@
 #include "ui/main/NextSlot.h"
 
-#include "tests/support/FakeHost.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
 #include <vector>
 
 using namespace ui;
-using testing_support::moment;
 
 namespace {
 

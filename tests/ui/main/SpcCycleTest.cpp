@@ -1,5 +1,4 @@
 #include "app/Module1.h"
-#include "tests/support/Print.h"
 #include "tests/support/SampleAudio.h"
 #include "tests/ui/main/MainFormTest.h"
 
@@ -11,14 +10,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using platform::BatchWindowKind;
-using platform::Boolean;
-using testing_support::Answer;
-using testing_support::fileBytes;
-using testing_support::makeFile;
-using testing_support::moment;
 
 namespace {
 
@@ -71,7 +63,7 @@ protected:
             .leftJustified(256, '\0');
     }
 
-    const QByteArray audio = testing_support::sampleAudio(100); // 38,400 bytes
+    const QByteArray audio = sampleAudio(100); // 38,400 bytes
 };
 
 } // namespace

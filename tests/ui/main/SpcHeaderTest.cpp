@@ -1,11 +1,8 @@
 #include "ui/main/SpcHeader.h"
 
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace ui;
-using namespace Qt::StringLiterals;
 
 TEST(SpcHeader, SecondsFollowTheirRulesInBothLocales)
 {
