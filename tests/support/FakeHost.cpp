@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace testing_support {
@@ -57,6 +59,20 @@ void makeFile(const QString &path, const QByteArray &bytes)
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
     file.write(bytes);
+}
+
+QStringList filesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                                  QDir::Name);
+}
+
+FileSizeLimit::FileSizeLimit(rlim_t bytes)
+{
+    std::signal(SIGXFSZ, SIG_IGN); // so that writing fails instead
+    getrlimit(RLIMIT_FSIZE, &m_before);
+    const rlimit limit = {std::min(bytes, m_before.rlim_max), m_before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 } // namespace testing_support

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <sys/resource.h>
+
 namespace testing_support {
 
 /// A host in force for a test's life: a clock and a tick counter that only the test and sleep()
@@ -67,5 +69,22 @@ QByteArray fileBytes(const QString &path);
 
 /// Makes a file, with its folder, that holds the bytes.
 void makeFile(const QString &path, const QByteArray &bytes);
+
+/// The names of all that is in a folder, without pipes and the like.
+QStringList filesIn(const QString &folder);
+
+/// Lets no file grow beyond a size as long as it lives, in child processes too: stands for a disk
+/// that is full.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes);
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before = {};
+};
 
 } // namespace testing_support
