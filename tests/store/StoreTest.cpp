@@ -6,16 +6,32 @@
 #include <QDir>
 #include <QFile>
 
+#include <sqlite3.h>
+
 StoreTest::StoreTest()
 {
     QDir().mkpath(programFolder() + u"/database"_s);
     QFile::copy(QStringLiteral(EMPTY_DATABASE), databasePath());
-    connection.open(store::connectionString(programFolder()));
+    connect();
 }
 
 QString StoreTest::databasePath() const
 {
     return programFolder() + u"/database/ostravelin.mdb"_s;
+}
+
+void StoreTest::connect(store::Connection &other) const
+{
+    other.open(store::connectionString(programFolder()));
+}
+
+int StoreTest::withEngineAlone(const QByteArray &statements) const
+{
+    sqlite3 *database = nullptr;
+    sqlite3_open(databasePath().toUtf8().constData(), &database);
+    const int result = sqlite3_exec(database, statements, nullptr, nullptr, nullptr);
+    sqlite3_close(database);
+    return result;
 }
 
 void StoreTest::addTask(const QString &name, int minute, bool active)
@@ -35,20 +51,31 @@ void StoreTest::addSlot(const QString &name, int day, int hour)
             .arg(hour));
 }
 
-QStringList StoreTest::rowsOf(const QString &source) const
+void StoreTest::open(const QString &source)
 {
-    store::Recordset rows(connection);
     rows.setSource(source);
-    QStringList found;
-    for (rows.open(); !rows.atEnd(); rows.moveNext())
-        found += currentRow(rows);
-    return found;
+    rows.open();
 }
 
-QString StoreTest::currentRow(const store::Recordset &rows)
+static QString rowOf(const store::Recordset &rows)
 {
     QStringList fields;
     for (int field = 0; field < rows.fieldNames().size(); ++field)
         fields += rows.holdsValue(field) ? rows.value(field).toText() : u"-"_s;
     return fields.join(u'|');
+}
+
+QString StoreTest::row() const
+{
+    return rowOf(rows);
+}
+
+QStringList StoreTest::rowsOf(const QString &source) const
+{
+    store::Recordset others(connection);
+    others.setSource(source);
+    QStringList found;
+    for (others.open(); !others.atEnd(); others.moveNext())
+        found += rowOf(others);
+    return found;
 }
