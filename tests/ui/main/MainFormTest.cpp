@@ -6,11 +6,9 @@
 
 #include <QDir>
 #include <QFile>
-#include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
 #include <QSignalSpy>
-#include <QTest>
 
 MainFormTest::MainFormTest()
 {
@@ -54,11 +52,17 @@ void MainFormTest::addSlot(const QString &name, int day, int hour)
     execute(u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(name).arg(day).arg(hour));
 }
 
-void MainFormTest::addTaskAt(std::chrono::local_seconds due, const QString &name,
+void MainFormTest::removeAll()
+{
+    execute(u"DELETE FROM Opdrachtgegevens"_s);
+    execute(u"DELETE FROM Tijden"_s);
+}
+
+void MainFormTest::addTaskAt(std::chrono::local_seconds slot, const QString &name,
                              const QString &path, const QString &fileName)
 {
-    const auto day = std::chrono::floor<std::chrono::days>(due);
-    const std::chrono::hh_mm_ss time(due - day);
+    const auto day = std::chrono::floor<std::chrono::days>(slot);
+    const std::chrono::hh_mm_ss time(slot - day);
     addTask(name, Station::url(path), fileName, static_cast<int>(time.minutes().count()));
     addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
             static_cast<int>(time.hours().count()));
@@ -83,25 +87,39 @@ QStringList MainFormTest::stored()
 void MainFormTest::openForm(ui::MenuWindows windows)
 {
     form = std::make_unique<ui::MainForm>(std::move(windows));
-    form->findChild<QTimer *>(u"Timer1"_s)->setInterval(std::chrono::hours(1));
+    formControl<QTimer>(u"Timer1"_s)->setInterval(std::chrono::hours(1));
     form->show();
+}
+
+void MainFormTest::onProgress(std::function<void()> act)
+{
+    QObject::connect(formControl<controls::DL>(), &controls::DL::Progress, form.get(),
+                     std::move(act));
 }
 
 void MainFormTest::tick()
 {
-    QMetaObject::invokeMethod(form->findChild<QTimer *>(u"Timer1"_s), "timeout");
+    QMetaObject::invokeMethod(formControl<QTimer>(u"Timer1"_s), "timeout");
 }
 
 void MainFormTest::runRecomputeLater()
 {
-    auto *timer = form->findChild<QTimer *>(u"RecomputeLater"_s);
+    auto *timer = formControl<QTimer>(u"RecomputeLater"_s);
     if (timer->isActive())
         QMetaObject::invokeMethod(timer, "timeout");
 }
 
+void MainFormTest::lookUpBeforeDue()
+{
+    host.clock = due - 1s;
+    host.sleeps.clear();
+    statusesDuringPauses.clear();
+    form->ZoekVolgende();
+}
+
 void MainFormTest::runDownload()
 {
-    QSignalSpy completed(form->findChild<controls::DL *>(), &controls::DL::Completed);
+    QSignalSpy completed(formControl<controls::DL>(), &controls::DL::Completed);
     host.clock = form->DownloadEntry.DownloadTime;
     tick();
     if (completed.isEmpty())
@@ -111,25 +129,25 @@ void MainFormTest::runDownload()
 
 QString MainFormTest::labelText(const QString &name) const
 {
-    return form->findChild<QLabel *>(name)->text();
+    return formControl<QLabel>(name)->text();
 }
 
 QString MainFormTest::labelColour(const QString &name) const
 {
-    const auto *label = form->findChild<QLabel *>(name);
+    const auto *label = formControl<QLabel>(name);
     return label->palette().color(label->foregroundRole()).name();
 }
 
 bool MainFormTest::canUse(const QString &entry) const
 {
-    if (const auto *menu = form->findChild<QMenu *>(entry))
+    if (const auto *menu = formControl<QMenu>(entry))
         return menu->menuAction()->isEnabled();
-    return form->findChild<QAction *>(entry)->isEnabled();
+    return formControl<QAction>(entry)->isEnabled();
 }
 
 bool MainFormTest::waitsForRecompute() const
 {
-    return form->findChild<QTimer *>(u"RecomputeLater"_s)->isActive();
+    return formControl<QTimer>(u"RecomputeLater"_s)->isActive();
 }
 
 QStringList MainFormTest::log() const
@@ -148,6 +166,5 @@ QString MainFormTest::destination(const QString &name) const
 
 QStringList MainFormTest::destinationFiles() const
 {
-    return QDir(destination({}))
-        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    return filesIn(destination({}));
 }

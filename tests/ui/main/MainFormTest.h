@@ -5,6 +5,10 @@
 #include "tests/support/Test.h"
 #include "ui/main/MainForm.h"
 
+#include <QAction>
+#include <QTest>
+#include <QTimer>
+
 #include <memory>
 
 /// The main window on a database, settings and a station of its own. The clock starts on
@@ -16,13 +20,19 @@ protected:
     ~MainFormTest() override;
 
     /// Fills the database; before openForm or between computations.
-    void execute(const QString &statement);
+    static void execute(const QString &statement);
     void addTask(const QString &name, const QString &address, const QString &fileName,
                  int minute = 0, bool active = true);
     void addSlot(const QString &name, int day, int hour);
-    /// A task whose one slot is at `due`.
-    void addTaskAt(std::chrono::local_seconds due, const QString &name, const QString &path,
+    /// A task whose one slot is at a moment.
+    void addTaskAt(std::chrono::local_seconds slot, const QString &name, const QString &path,
                    const QString &fileName);
+    /// Changes fields of every task.
+    void setTasks(const QString &assignments)
+    {
+        execute(u"UPDATE Opdrachtgegevens SET "_s + assignments);
+    }
+    static void removeAll();
 
     /// The rows of both tables, those of the tasks first, with "|" between their fields.
     static QStringList stored();
@@ -30,10 +40,22 @@ protected:
     /// By default with all menu entries, which then do nothing.
     void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}});
 
+    template <typename Control>
+    Control *formControl(const QString &name = {}) const
+    {
+        return form->findChild<Control *>(name);
+    }
+    /// What is to happen at each notice of the download's progress.
+    void onProgress(std::function<void()> act);
+    /// What the menu entry does.
+    void trigger(const QString &entry) const { formControl<QAction>(entry)->trigger(); }
+
     /// One tick of the countdown.
     void tick();
     /// One run of the timer that repeats a failed computation, if it waits.
     void runRecomputeLater();
+    /// Looks up the next download a second before `due`, with nothing told so far.
+    void lookUpBeforeDue();
     /// Moves the clock to the pending moment, ticks, and waits until the download has ended and
     /// the next one was looked up.
     void runDownload();
@@ -48,6 +70,9 @@ protected:
     QStringList log() const;
     QString destination(const QString &name) const;
     QStringList destinationFiles() const;
+
+    /// 11:30 on the day on which the clock starts.
+    static constexpr auto due = moment(2026, 3, 4, 11, 30);
 
     FakeHost host;
     Station station;
