@@ -5,9 +5,10 @@
 
 using namespace app;
 
-TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
+TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
 {
     FakeHost host;
+    EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
@@ -15,10 +16,4 @@ TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
     WriteLog(u""_s);
     EXPECT_EQ(fileBytes(host.programFolder() + u"/OstravelinLog.txt"_s),
               "05-03-07 09:04:05 - Hourly - caf\xC3\xA9\r\n31-12-10 23:59:59 - \r\n");
-}
-
-TEST(Log, RaisesWhenItCannotBeWritten)
-{
-    FakeHost host;
-    EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
 }

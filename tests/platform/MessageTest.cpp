@@ -8,12 +8,7 @@
 
 TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
 {
-    const struct
-    {
-        const char *what;
-        std::function<void(QMessageBox &)> answer;
-        bool isYes;
-    } cases[] = {
+    const std::tuple<const char *, std::function<void(QMessageBox &)>, bool> cases[] = {
         {"Enter", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
         {"Esc", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
         {"No", [](QMessageBox &box) { box.button(QMessageBox::No)->click(); }, false},
