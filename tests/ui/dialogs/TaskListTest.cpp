@@ -38,6 +38,12 @@ void TaskListTest::click(const QString &name) const
     QTest::mouseClick(button(name), Qt::LeftButton);
 }
 
+void TaskListTest::clickDelete(bool answer)
+{
+    host.answers = {answer};
+    click(u"Verwijderen"_s);
+}
+
 bool TaskListTest::canChange() const
 {
     EXPECT_TRUE(button(u"Toevoegen"_s)->isEnabled());
@@ -104,14 +110,11 @@ protected:
     std::function<void()> rename(const QString &name)
     {
         return [this, name] {
-            execute(
-                u"UPDATE Opdrachtgegevens SET Opdrachtnaam = '%1' WHERE Opdrachtnaam = '%2'"_s.arg(
-                    store::withDoubledQuotes(name), sOpdrachtnaam));
+            setTasks(u"Opdrachtnaam = '%1' WHERE Opdrachtnaam = '%2'"_s.arg(
+                store::withDoubledQuotes(name), sOpdrachtnaam));
             sOpdrachtnaam = name;
         };
     }
-
-    void removeAll() { execute(u"DELETE FROM Opdrachtgegevens"_s); }
 };
 
 } // namespace
@@ -122,16 +125,12 @@ TEST_F(TaskList, ShowsTheTasksInTheOrderOfTheTable)
     EXPECT_EQ(list->windowTitle(), u"Ostravelin 1.8.1"_s);
     EXPECT_EQ(names(), (QStringList{u"Noon"_s, u"Late"_s, u"Early"_s}));
     EXPECT_EQ(cell(1, 4), u"True"_s);
-    const struct
-    {
-        QString title;
-        int width;
-        QString late; // text in the inactive task's row
-    } columns[] = {{u"Taskname"_s, 147, u"Late"_s},
-                   {u"Download address"_s, 263, u"http://a/late.mp2"_s},
-                   {u"Filename"_s, 120, u"late.mp2"_s},
-                   {u""_s, 0, u"23"_s},
-                   {u"Active"_s, 43, u"False"_s}};
+    // titles, widths, and the texts in the inactive task's row
+    const std::tuple<QString, int, QString> columns[] = {
+        {u"Taskname"_s, 147, u"Late"_s},     {u"Download address"_s, 263, u"http://a/late.mp2"_s},
+        {u"Filename"_s, 120, u"late.mp2"_s}, {u""_s, 0, u"23"_s},
+        {u"Active"_s, 43, u"False"_s},
+    };
     for (int column = 0; column < 5; ++column) {
         const auto &[title, width, late] = columns[column];
         EXPECT_EQ(grid()->model()->headerData(column, Qt::Horizontal).toString(), title);
@@ -219,17 +218,15 @@ TEST_F(TaskList, HasNothingToSelectWhenItIsEmpty)
     openList();
     EXPECT_EQ(selectedRow(), 0);
     EXPECT_FALSE(canChange());
-
-    click(u"Toevoegen"_s);
+    clickNew(); // and cancelled
     EXPECT_FALSE(canChange());
 
     edit = add(u"First"_s);
-    click(u"Toevoegen"_s);
+    clickNew();
     EXPECT_EQ(selectedRow(), 1);
     EXPECT_TRUE(canChange());
 
-    host.answers = {true};
-    click(u"Verwijderen"_s);
+    clickDelete();
     EXPECT_EQ(names(), QStringList{});
     EXPECT_EQ(selectedRow(), 0);
     EXPECT_FALSE(canChange());
@@ -241,8 +238,7 @@ TEST_F(TaskList, AsksBeforeATaskIsDeleted)
     openList();
     for (const bool answer : {false, true}) {
         clickRow(4);
-        host.answers = {answer};
-        click(u"Verwijderen"_s);
+        clickDelete(answer);
         EXPECT_EQ(host.questions.back(), u"Ostravelin 1.8.1 | Do you realy want task "
                                          "'Kid's & <b>été</b>' will be removed?"_s);
         EXPECT_EQ(names().size(), answer ? 3 : 4);
@@ -258,21 +254,16 @@ TEST_F(TaskList, TellsTheEditorWhatToDo)
         told << (bNieuweOpdracht == Boolean::True ? u"new "_s : u"old "_s) + sOpdrachtnaam;
     };
     clickRow(2);
-    click(u"Wijzigen"_s);
-    click(u"Toevoegen"_s);
+    clickModify();
+    clickNew();
     clickRow(2);
     QTest::keyClick(grid(), Qt::Key_Down);
     QTest::keyClick(grid(), Qt::Key_Return);
     clickRow(1);
     QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, placeInRow(1));
     EXPECT_EQ(told, (QStringList{u"old Late"_s, u"new "_s, u"old Early"_s, u"old Noon"_s}));
-}
-
-TEST_F(TaskList, TheCurrentRowIsAlwaysTheSelectedOne)
-{
-    openList();
     clickRow(2);
-    clickRow(2, Qt::ControlModifier);
+    clickRow(2, Qt::ControlModifier); // takes no selection away
     EXPECT_EQ(selectedRow(), 2);
 }
 
@@ -304,7 +295,7 @@ TEST_F(TaskList, ADatabaseErrorIsReported)
 {
     openList();
     edit = [this] { execute(u"ALTER TABLE Opdrachtgegevens RENAME TO Lost"_s); };
-    click(u"Wijzigen"_s);
+    clickModify();
     EXPECT_EQ(host.endings, QList{1});
     ASSERT_EQ(host.messages.size(), 1);
     EXPECT_TRUE(host.messages[0].contains(u"no such table: Opdrachtgegevens"_s));

@@ -19,6 +19,10 @@ protected:
 
     QPushButton *button(const QString &name) const;
     void click(const QString &name) const;
+    void clickNew() const { click(u"Toevoegen"_s); }
+    void clickModify() const { click(u"Wijzigen"_s); }
+    /// Deletes the selected task, or not.
+    void clickDelete(bool answer = true);
     /// Whether a selected task can be changed and deleted.
     bool canChange() const;
 

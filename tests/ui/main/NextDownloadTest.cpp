@@ -83,8 +83,10 @@ TEST_F(NextDownload, AFailedComputationIsLoggedOnceAndTriedAgain)
 {
     addTaskAt(due, u"T"_s, u"/a"_s, u"a"_s);
     openForm();
+    tick();
     execute(u"ALTER TABLE Tijden RENAME TO Gone"_s);
     form->ZoekVolgende();
+    EXPECT_EQ(labelText(u"Label3"_s), u""_s);
     EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
     EXPECT_EQ(log().size(), 1);
