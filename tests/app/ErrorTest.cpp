@@ -3,14 +3,12 @@
 #include "app/Module1.h"
 #include "tests/support/Test.h"
 
-#include <QDir>
-
 using namespace app;
 using platform::RuntimeError;
 
 static void fail()
 {
-    throw RuntimeError(ErrorNumber::FileNotFound);
+    throw RuntimeError(FileNotFound);
 }
 
 TEST(ErrorTrap, LogsAndGoesOnEvenWithoutALog)
@@ -22,8 +20,8 @@ TEST(ErrorTrap, LogsAndGoesOnEvenWithoutALog)
     EXPECT_FALSE(trap.step(fail));
     EXPECT_TRUE(trap.step([] {}));
     EXPECT_TRUE(fileBytes(logFilePath()).endsWith(" - File not found\r\n"));
-    EXPECT_THROW(ErrorTrap(ErrorNumber::FileNotFound).step(fail), RuntimeError);
-    EXPECT_FALSE(ErrorTrap(ErrorNumber::PathNotFound).step(fail));
+    EXPECT_THROW(ErrorTrap(FileNotFound).step(fail), RuntimeError);
+    EXPECT_FALSE(ErrorTrap(PathNotFound).step(fail));
 }
 
 TEST(ErrorReport, ComesToRestTellsOnceAndEnds)

@@ -56,7 +56,6 @@ TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)
         EXPECT_EQ(AddPortToUrl(address), result);
     for (const QString &address :
          {u"http://station.example"_s, u""_s, u"/"_s, u"a/b/c"_s, QString(2000, u'x')})
-        EXPECT_EQ(errorOf([&] { AddPortToUrl(address); }),
-                  platform::ErrorNumber::InvalidProcedureCall)
+        EXPECT_EQ(errorOf([&] { AddPortToUrl(address); }), InvalidProcedureCall)
             << address.toStdString();
 }

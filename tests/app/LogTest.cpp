@@ -1,8 +1,6 @@
 #include "app/Module1.h"
 #include "tests/support/Test.h"
 
-#include <QDir>
-
 using namespace app;
 
 TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)

@@ -3,7 +3,6 @@
 #include "tests/support/Test.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QProcess>
 #include <QTest>
 #include <QTimer>

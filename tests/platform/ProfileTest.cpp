@@ -2,8 +2,6 @@
 
 #include "tests/support/Test.h"
 
-#include <QFile>
-
 using namespace platform;
 
 namespace {

@@ -3,8 +3,6 @@
 #include "tests/support/Test.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>

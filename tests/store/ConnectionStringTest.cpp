@@ -2,8 +2,6 @@
 
 #include "tests/support/Test.h"
 
-#include <QDir>
-
 TEST(ConnectionString, JoinsItsPiecesAsTheyStand)
 {
     EXPECT_EQ(store::connectionString(u"C:\\Ostravelin"_s),

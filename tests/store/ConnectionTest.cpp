@@ -1,9 +1,6 @@
 #include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
 
-#include <QFile>
-
-#include <sqlite3.h>
 #include <thread>
 #include <unistd.h>
 
@@ -39,13 +36,13 @@ TEST_F(Connection, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecrypted)
     ASSERT_EQ(unencrypted.size() % 1024, 0);
 
     const std::tuple<const char *, QByteArray, ErrorNumber> cases[] = {
-        {"empty", {}, ErrorNumber::NotADatabase},
-        {"short text", "[Bestandsmappen]\r\n", ErrorNumber::NotADatabase},
-        {"text of whole pages", QByteArray("Opdracht").repeated(512), ErrorNumber::NotADatabase},
-        {"not encrypted", unencrypted, ErrorNumber::NotADatabase},
-        {"cut inside a page", good.chopped(100), ErrorNumber::NotADatabase},
-        {"cut behind a page", good.first(2048), ErrorNumber::WrongDatabasePassword},
-        {"damaged", damaged, ErrorNumber::WrongDatabasePassword},
+        {"empty", {}, NotADatabase},
+        {"short text", "[Bestandsmappen]\r\n", NotADatabase},
+        {"text of whole pages", QByteArray("Opdracht").repeated(512), NotADatabase},
+        {"not encrypted", unencrypted, NotADatabase},
+        {"cut inside a page", good.chopped(100), NotADatabase},
+        {"cut behind a page", good.first(2048), WrongDatabasePassword},
+        {"damaged", damaged, WrongDatabasePassword},
     };
     for (const auto &[name, content, error] : cases) {
         SCOPED_TRACE(name);
@@ -62,11 +59,11 @@ TEST_F(Connection, RefusesAnotherPasswordAndMissingFilesWhichItDoesNotMake)
     const QString source = u"Data Source="_s;
     const QString password = databasePath() + u";Jet OLEDB:Database Password="_s;
     const std::pair<QString, ErrorNumber> cases[] = {
-        {password + u"kelp@vastrumborem"_s, ErrorNumber::WrongDatabasePassword},
-        {password + u"KELP@VASTRUMBOREN"_s, ErrorNumber::WrongDatabasePassword},
-        {password, ErrorNumber::WrongDatabasePassword},
-        {u":memory:"_s, ErrorNumber::DatabaseFileNotFound},
-        {programFolder(), ErrorNumber::NotADatabase},
+        {password + u"kelp@vastrumborem"_s, WrongDatabasePassword},
+        {password + u"KELP@VASTRUMBOREN"_s, WrongDatabasePassword},
+        {password, WrongDatabasePassword},
+        {u":memory:"_s, DatabaseFileNotFound},
+        {programFolder(), NotADatabase},
     };
     for (const auto &[text, error] : cases)
         EXPECT_EQ(errorOf([&, &rest = text] { connection.open(source + rest); }), error);
@@ -76,7 +73,7 @@ TEST_F(Connection, RefusesAnotherPasswordAndMissingFilesWhichItDoesNotMake)
         connection.open(source + missing);
         FAIL();
     } catch (const platform::RuntimeError &error) {
-        EXPECT_EQ(error.number(), ErrorNumber::DatabaseFileNotFound);
+        EXPECT_EQ(error.number(), DatabaseFileNotFound);
         EXPECT_EQ(error.description(), u"The database file was not found: "_s + missing);
     }
     EXPECT_FALSE(QFile::exists(programFolder() + u"/missing"_s));
@@ -93,20 +90,19 @@ TEST_F(Connection, FilesThatMustNotBeWrittenCanBeReadAndOthersAreDenied)
         const AsOrdinaryUser user;
         connect();
         EXPECT_EQ(slotRows(), QStringList());
-        EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), ErrorNumber::DatabaseEngine);
+        EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
         connection.close();
     }
     QFile::setPermissions(databasePath(), {});
     const AsOrdinaryUser user;
-    EXPECT_EQ(errorOf([&] { connect(); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(errorOf([&] { connect(); }), PermissionDenied);
 }
 
 TEST_F(Connection, RefusesUseWhileClosedAndOpeningTwice)
 {
-    EXPECT_EQ(errorOf([&] { connect(); }), ErrorNumber::ObjectOpen);
+    EXPECT_EQ(errorOf([&] { connect(); }), ObjectOpen);
     connection.close();
-    EXPECT_EQ(errorOf([&] { connection.execute(u"DELETE FROM Tijden"_s); }),
-              ErrorNumber::ObjectClosed);
+    EXPECT_EQ(errorOf([&] { connection.execute(u"DELETE FROM Tijden"_s); }), ObjectClosed);
 }
 
 TEST_F(Connection, TruthIsANumberOutsideQuotesNamesAndComments)
@@ -172,7 +168,7 @@ TEST_F(Connection, ExecuteCountsTheRowsOfItsOwnStatement)
     EXPECT_EQ(connection.execute(u"DELETE FROM Tijden"_s), 2);
     for (const QString &wrong : {u""_s, u"-- nothing"_s, u"DELETE FROM Tijden; SELECT 1"_s,
                                  u"DELETE FROM Niets"_s, u"INSERT INTO Tijden VALUES ('it's')"_s})
-        EXPECT_EQ(errorOf([&] { connection.execute(wrong); }), ErrorNumber::DatabaseEngine);
+        EXPECT_EQ(errorOf([&] { connection.execute(wrong); }), DatabaseEngine);
 }
 
 TEST_F(Connection, TransactionsTakeEffectWholeOrNotAtAll)
@@ -209,7 +205,6 @@ TEST_F(Connection, AnotherWriterIsWaitedForUnlessItStays)
     const store::Transaction lock(other);
     connection.setBusyTimeout(1ms);
     EXPECT_EQ(slotRows(), both);
-    EXPECT_EQ(errorOf([&] { addSlot(u"a"_s, 1, 1); }), ErrorNumber::DatabaseEngine);
-    EXPECT_EQ(errorOf([&] { store::Transaction(connection).commit(); }),
-              ErrorNumber::DatabaseEngine);
+    EXPECT_EQ(errorOf([&] { addSlot(u"a"_s, 1, 1); }), DatabaseEngine);
+    EXPECT_EQ(errorOf([&] { store::Transaction(connection).commit(); }), DatabaseEngine);
 }

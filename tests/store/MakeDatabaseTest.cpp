@@ -1,9 +1,6 @@
 #include "tests/store/StoreTest.h"
 
-#include <QFile>
 #include <QProcess>
-
-#include <sqlite3.h>
 
 class MakeDatabase : public StoreTest
 {
@@ -35,7 +32,7 @@ TEST_F(MakeDatabase, MakesTheTwoTablesButNeverTouchesAnExistingFile)
     EXPECT_EQ(errorOf([&] {
                   connection.execute(u"INSERT INTO Opdrachtgegevens (Aktief) VALUES (-1)"_s);
               }),
-              ErrorNumber::DatabaseEngine);
+              DatabaseEngine);
 
     addSlot(u"kept"_s, 1, 1);
     connection.close();

@@ -1,6 +1,3 @@
-#include "store/Recordset.h"
-
-#include "store/Statements.h"
 #include "tests/store/StoreTest.h"
 
 using store::Value;
@@ -18,13 +15,13 @@ TEST_F(Recordset, RaisesWhenClosedOrOpenAlready)
         [&] { rows.update(); },       [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
         [&] { rows.deleteCurrent(); }};
     for (const auto &call : needOpen)
-        EXPECT_EQ(errorOf(call), ErrorNumber::ObjectClosed);
+        EXPECT_EQ(errorOf(call), ObjectClosed);
     open(u"Tijden"_s);
-    EXPECT_EQ(errorOf([&] { rows.open(); }), ErrorNumber::ObjectOpen);
-    EXPECT_EQ(errorOf([&] { rows.setSource(u"Tijden"_s); }), ErrorNumber::ObjectOpen);
+    EXPECT_EQ(errorOf([&] { rows.open(); }), ObjectOpen);
+    EXPECT_EQ(errorOf([&] { rows.setSource(u"Tijden"_s); }), ObjectOpen);
     rows.close();
     for (const auto &call : needOpen)
-        EXPECT_EQ(errorOf(call), ErrorNumber::ObjectClosed);
+        EXPECT_EQ(errorOf(call), ObjectClosed);
     rows.open();
 }
 
@@ -40,7 +37,7 @@ TEST_F(Recordset, WithoutRowsIsAtItsEnd)
         [&] { rows.deleteCurrent(); },    [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
     };
     for (const auto &call : needRow)
-        EXPECT_EQ(errorOf(call), ErrorNumber::NoCurrentRow);
+        EXPECT_EQ(errorOf(call), NoCurrentRow);
 }
 
 TEST_F(Recordset, MovesThroughItsRows)
@@ -52,14 +49,13 @@ TEST_F(Recordset, MovesThroughItsRows)
     for (; !rows.atEnd(); rows.moveNext())
         seen += QString::number(rows.absolutePosition()) + row();
     EXPECT_EQ(seen, (QStringList{u"1a|1|0"_s, u"2a|1|1"_s, u"3a|1|2"_s}));
-    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), ErrorNumber::NoCurrentRow);
-    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), ErrorNumber::NoCurrentRow);
+    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), NoCurrentRow);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), NoCurrentRow);
 
     rows.setAbsolutePosition(2);
     EXPECT_EQ(rows.value(u"Uren"), Value(1));
     for (const int outside : {0, -1, 4})
-        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }),
-                  ErrorNumber::InvalidProcedureCall);
+        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }), InvalidProcedureCall);
     EXPECT_EQ(rows.absolutePosition(), 2);
     rows.moveFirst();
     EXPECT_EQ(rows.value(u"Uren"), Value(0));
@@ -78,9 +74,9 @@ TEST_F(Recordset, NamesFieldsInAnyCaseAndByTableWhereANameStandsTwice)
     EXPECT_EQ(rows.value(u"minuten"), Value(5));
     EXPECT_EQ(rows.value(rows.fieldIndex(u"UREN")), Value(23));
     for (const QString &unknown : {u"Opdrachtnaam"_s, u"Uur"_s, u""_s, u"rowid"_s})
-        EXPECT_EQ(errorOf([&] { rows.fieldIndex(unknown); }), ErrorNumber::UnknownField);
+        EXPECT_EQ(errorOf([&] { rows.fieldIndex(unknown); }), UnknownField);
     for (const int outside : {-1, 8})
-        EXPECT_EQ(errorOf([&] { rows.value(outside); }), ErrorNumber::UnknownField);
+        EXPECT_EQ(errorOf([&] { rows.value(outside); }), UnknownField);
 }
 
 TEST_F(Recordset, KeepsEachKindOfValue)
@@ -139,9 +135,8 @@ TEST_F(Recordset, RefusesCriteriaOfAnotherForm)
          {u""_s, u"Opdrachtnaam"_s, u"Opdrachtnaam = "_s, u"= 'a'"_s, u"Opdrachtnaam = a"_s,
           u"Opdrachtnaam = 'a"_s, u"Opdrachtnaam = '"_s, u"Opdrachtnaam = 'it's'"_s,
           u"Opdrachtnaam = 'a' OR 1"_s, u"Opdrachtnaam > 'a'"_s})
-        EXPECT_EQ(errorOf([&] { rows.find(wrong); }), ErrorNumber::InvalidProcedureCall)
-            << wrong.toStdString();
-    EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), ErrorNumber::UnknownField);
+        EXPECT_EQ(errorOf([&] { rows.find(wrong); }), InvalidProcedureCall) << wrong.toStdString();
+    EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), UnknownField);
 }
 
 TEST_F(Recordset, FailsToOpenWithTheEnginesMessageAndStaysClosed)
@@ -149,7 +144,7 @@ TEST_F(Recordset, FailsToOpenWithTheEnginesMessageAndStaysClosed)
     for (const QString &wrong :
          {u"Niets"_s, u"SELECT * FROM Tijden WHERE Naam = 'it's';"_s, u""_s}) {
         rows.setSource(wrong);
-        EXPECT_EQ(errorOf([&] { rows.open(); }), ErrorNumber::DatabaseEngine);
+        EXPECT_EQ(errorOf([&] { rows.open(); }), DatabaseEngine);
         EXPECT_FALSE(rows.isOpen());
     }
 }
@@ -166,6 +161,6 @@ TEST_F(Recordset, ReadsTheRowsAnewOnRequery)
     EXPECT_EQ(rows.recordCount(), 3);
     EXPECT_EQ(row(), u"a|9|1"_s);
     connection.execute(u"DROP TABLE Tijden"_s);
-    EXPECT_EQ(errorOf([&] { rows.requery(); }), ErrorNumber::DatabaseEngine);
+    EXPECT_EQ(errorOf([&] { rows.requery(); }), DatabaseEngine);
     EXPECT_FALSE(rows.isOpen());
 }

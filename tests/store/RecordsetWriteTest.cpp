@@ -66,9 +66,9 @@ TEST_F(RecordsetWrite, StoresAnyTruthAsOneOrZero)
             connection.execute(u"DELETE FROM Opdrachtgegevens WHERE Aktief = %1"_s.arg(stored)), 1);
     }
     rows.addNew();
-    EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), TypeMismatch);
     rows.setValue(u"Aktief", Value());
-    EXPECT_EQ(errorOf([&] { rows.update(); }), ErrorNumber::DatabaseEngine);
+    EXPECT_EQ(errorOf([&] { rows.update(); }), DatabaseEngine);
 }
 
 TEST_F(RecordsetWrite, ChangesTheCurrentRowInPlace)
@@ -110,9 +110,9 @@ TEST_F(RecordsetWrite, DeletesTheCurrentRowOnly)
     rows.moveNext();
     rows.deleteCurrent();
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|3|3"_s}));
-    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), ErrorNumber::RowDeleted);
-    EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), ErrorNumber::RowDeleted);
-    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), ErrorNumber::RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), RowDeleted);
     EXPECT_EQ(rows.recordCount(), 3);
     rows.moveNext();
     EXPECT_EQ(row(), u"slot|3|3"_s);
@@ -129,7 +129,7 @@ TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
     rows.moveFirst();
     EXPECT_EQ(row(), u"slot|1|11"_s);
     rows.moveNext();
-    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), ErrorNumber::RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
     rows.moveNext();
     EXPECT_EQ(row(), u"slot|3|13"_s);
     {
@@ -150,8 +150,7 @@ TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
     other.execute(u"UPDATE Tijden SET Uren = NULL WHERE Dagen = 2"_s);
     other.execute(u"DELETE FROM Tijden WHERE Dagen = 3"_s);
     for (const auto &[position, error] :
-         {std::pair(1, ErrorNumber::RowChanged), std::pair(2, ErrorNumber::RowChanged),
-          std::pair(3, ErrorNumber::RowDeleted)}) {
+         {std::pair(1, RowChanged), std::pair(2, RowChanged), std::pair(3, RowDeleted)}) {
         rows.setAbsolutePosition(position);
         EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), error);
         rows.setValue(u"Dagen", 6);
@@ -178,7 +177,7 @@ TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
     for (const auto &[source, writable] : cases) {
         SCOPED_TRACE(source.toStdString());
         reopen(source);
-        const auto refusal = writable ? std::nullopt : std::optional(ErrorNumber::NotUpdatable);
+        const auto refusal = writable ? std::nullopt : std::optional(NotUpdatable);
         EXPECT_EQ(errorOf([&] { rows.addNew(); }), refusal);
         EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), refusal);
     }
@@ -192,5 +191,5 @@ TEST_F(RecordsetWrite, KeepsJoinedRowsAsTheyWereRead)
     connection.execute(u"DELETE FROM Tijden"_s);
     rows.setAbsolutePosition(3);
     EXPECT_EQ(row(), u"3|3"_s);
-    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), ErrorNumber::NotUpdatable);
+    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), NotUpdatable);
 }

@@ -3,6 +3,7 @@
 #include "platform/Boolean.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/Files.h"
 
 #include <QString>
 
@@ -47,3 +48,4 @@ using namespace std::chrono_literals;
 using namespace testing_support;
 using platform::Boolean;
 using platform::ErrorNumber;
+using enum platform::ErrorNumber;

@@ -91,7 +91,7 @@ TEST_F(ControlTest, RefusesAnIdThatIsPending)
 {
     QSignalSpy completed(dl.get(), &DL::Completed);
     startDownload();
-    EXPECT_EQ(errorOf([&] { dl->Download(address, second); }), ErrorNumber::DuplicateKey);
+    EXPECT_EQ(errorOf([&] { dl->Download(address, second); }), DuplicateKey);
     waitFor(1, completed);
     EXPECT_EQ(fileBytes(destination()), Audio);
     EXPECT_EQ(station.requests().size(), 1U);
@@ -101,7 +101,7 @@ TEST_F(ControlTest, RefusesAnIdThatIsPending)
 TEST_F(ControlTest, RefusesWithoutATemporaryFileAndKeepsTheIdFree)
 {
     qputenv("TMPDIR", "/proc"); // where nobody can make a file
-    EXPECT_EQ(errorOf([&] { startDownload(); }), ErrorNumber::PathFileAccess);
+    EXPECT_EQ(errorOf([&] { startDownload(); }), PathFileAccess);
     qputenv("TMPDIR", QFile::encodeName(temporaryFolder()));
     EXPECT_EQ(download(u"/raw.mp2"_s), Whole);
 }

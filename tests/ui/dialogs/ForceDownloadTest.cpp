@@ -1,4 +1,3 @@
-#include "store/TaskStore.h"
 #include "tests/ui/main/MainFormTest.h"
 #include "ui/dialogs/frmForceDownload.h"
 

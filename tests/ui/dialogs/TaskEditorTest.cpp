@@ -1,34 +1,17 @@
 #include "tests/ui/dialogs/TaskEditorTest.h"
 
-#include "store/TaskStore.h"
 #include "ui/dialogs/FreeMinutes.h"
 
 #include <QGroupBox>
-#include <QLabel>
-
-void TaskEditorTest::openEditor(const QString &name)
-{
-    store::bNieuweOpdracht = platform::toBoolean(name.isEmpty());
-    store::sOpdrachtnaam = name;
-    editor = std::make_unique<Editor>();
-    editor->show();
-    editor->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
-}
-
-void TaskEditorTest::chooseMinute(const QString &minute) const
-{
-    editor->minutes()->setCurrentIndex(editor->minutes()->findText(minute));
-}
 
 TEST(FreeMinutes, AreRemovedByTheirPositions)
 {
     const std::tuple<std::vector<int>, QStringList, std::optional<ErrorNumber>> cases[] = {
         {{59, 0}, {u"59"_s, u"0"_s}, {}},
         {{30, 30}, {u"30"_s, u"31"_s}, {}}, // kept: the second takes the next higher one
-        {{59, 59}, {}, ErrorNumber::InvalidProcedureCall},
-        {{60}, {}, ErrorNumber::InvalidProcedureCall},
-        {{-1}, {}, ErrorNumber::InvalidProcedureCall},
+        {{59, 59}, {}, InvalidProcedureCall},
+        {{60}, {}, InvalidProcedureCall},
+        {{-1}, {}, InvalidProcedureCall},
     };
     for (const auto &[taken, missing, error] : cases) {
         QStringList expected;
@@ -67,11 +50,11 @@ TEST_F(TaskEditorTest, OpensEmptyForANewTask)
     EXPECT_EQ(editor->hours(), QList<int>());
 
     auto *combo = editor->minutes();
-    EXPECT_EQ(editor->minutes()->text(), QString());
+    EXPECT_EQ(minute(), QString());
     QTest::keyClicks(combo, u"0"_s); // neither typed nor in the list
-    EXPECT_EQ(editor->minutes()->text(), QString());
+    EXPECT_EQ(minute(), QString());
     QTest::keyClick(combo, Qt::Key_Down);
-    EXPECT_EQ(editor->minutes()->text(), u"1"_s);
+    EXPECT_EQ(minute(), u"1"_s);
 }
 
 TEST_F(TaskEditorTest, FocusGoesToTheNameAtActivation)
@@ -93,14 +76,14 @@ TEST_F(TaskEditorTest, ShowsAndKeepsAMinuteThatIsNotInTheList)
         addSlot(u"Odd"_s, 1, 1);
         openEditor(u"Odd"_s);
         auto *combo = editor->minutes();
-        EXPECT_EQ(editor->minutes()->text(), odd);
+        EXPECT_EQ(minute(), odd);
         EXPECT_EQ(combo->findText(odd), -1);
         const QImage shown = combo->grab().toImage();
         editor->save();
         EXPECT_EQ(stored()[1], u"Odd|a|a|%1|True"_s.arg(odd));
 
         chooseMinute(u"0"_s);
-        EXPECT_EQ(editor->minutes()->text(), u"0"_s);
+        EXPECT_EQ(minute(), u"0"_s);
         combo->setText({});
         EXPECT_NE(combo->grab().toImage(), shown) << "the text was not to be seen";
         execute(u"DELETE FROM Opdrachtgegevens WHERE Opdrachtnaam = 'Odd'"_s);
@@ -118,17 +101,17 @@ TEST_F(TaskEditorTest, OddRowsOfAnotherProgramTickWhatTheyCanOrRaise)
         {slot.arg(u"8, 1"_s), {}, {}},
         {slot.arg(u"1, 24"_s), {}, {24}}, // kept: counts on into Tuesday
         {slot.arg(u"2, -1"_s), {}, {23}},
-        {slot.arg(u"1, -1"_s), ErrorNumber::InvalidProcedureCall, {}},
-        {slot.arg(u"7, 24"_s), ErrorNumber::InvalidProcedureCall, {}},
-        {slot.arg(u"1, NULL"_s), ErrorNumber::InvalidUseOfNull, {}},
-        {slot.arg(u"1, 'x'"_s), ErrorNumber::TypeMismatch, {}},
-        {slot.arg(u"1, 40000"_s), ErrorNumber::Overflow, {}},
+        {slot.arg(u"1, -1"_s), InvalidProcedureCall, {}},
+        {slot.arg(u"7, 24"_s), InvalidProcedureCall, {}},
+        {slot.arg(u"1, NULL"_s), InvalidUseOfNull, {}},
+        {slot.arg(u"1, 'x'"_s), TypeMismatch, {}},
+        {slot.arg(u"1, 40000"_s), Overflow, {}},
         {task.arg(u"Download_adres = ''"_s), {}, {}},
-        {task.arg(u"Filenaam = NULL"_s), ErrorNumber::InvalidUseOfNull, {}},
-        {task.arg(u"Minuten = NULL"_s), ErrorNumber::InvalidUseOfNull, {}},
-        {task.arg(u"Opdrachtnaam = 'Gone'"_s), ErrorNumber::NoCurrentRow, {}},
-        {other.arg(60), ErrorNumber::InvalidProcedureCall, {}},
-        {other.arg(u"NULL"_s), ErrorNumber::InvalidUseOfNull, {}},
+        {task.arg(u"Filenaam = NULL"_s), InvalidUseOfNull, {}},
+        {task.arg(u"Minuten = NULL"_s), InvalidUseOfNull, {}},
+        {task.arg(u"Opdrachtnaam = 'Gone'"_s), NoCurrentRow, {}},
+        {other.arg(60), InvalidProcedureCall, {}},
+        {other.arg(u"NULL"_s), InvalidUseOfNull, {}},
     };
     for (const auto &[statement, error, ticked] : cases) {
         addTask(u"Odd"_s, u"a"_s, u"a"_s, 5);
@@ -189,6 +172,7 @@ TEST_F(TaskEditorTest, SavesANewTaskAndShowsItAgain)
     addSlot(u"Other"_s, 2, 2);
     openEditor(name);
     EXPECT_EQ(editor->task(), task);
+    EXPECT_EQ(editor->address()->cursorPosition(), 0); // to show the host
     EXPECT_EQ(editor->hours(), (Hours{0, 167}));
     EXPECT_EQ(editor->minutes()->currentIndex(), 58); // its own minute is there
     EXPECT_EQ(host.messages, QStringList());

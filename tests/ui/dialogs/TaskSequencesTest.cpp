@@ -1,4 +1,3 @@
-#include "store/TaskStore.h"
 #include "tests/ui/dialogs/Editor.h"
 #include "tests/ui/dialogs/TaskListTest.h"
 

@@ -1,9 +1,6 @@
-#include "app/Module1.h"
 #include "controls/PB/PB.h"
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QDir>
-#include <QFile>
 #include <QGroupBox>
 
 namespace {
@@ -213,9 +210,9 @@ TEST_F(DownloadCycle, ADownloadThatCannotStartIsLoggedAndDoesNotStayStuck)
     EXPECT_EQ(log(), QStringList{u"Invalid procedure call or argument"_s});
     EXPECT_EQ(status(), u"Hourly will now be downloaded..."_s);
     EXPECT_EQ(frameTitle(), u"Progress Download"_s);
-    EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(recompute()->isActive());
     host.clock = due + 3s;
-    runRecomputeLater();
+    tick(recompute());
     expectNextWeekArmed();
 }
 
@@ -268,7 +265,7 @@ TEST_F(DownloadCycle, TheLargestDownloadAndTheErrorReportBeyond)
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 6: Overflow"_s});
     EXPECT_EQ(host.endings, QList{1});
     EXPECT_EQ(log().back(), u"Overflow"_s);
-    EXPECT_FALSE(formControl<QTimer>(u"Timer1"_s)->isActive());
+    EXPECT_FALSE(countdown()->isActive());
     EXPECT_EQ(destinationFiles(), newsOnly);
 }
 

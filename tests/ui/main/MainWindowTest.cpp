@@ -1,9 +1,6 @@
-#include "app/Module1.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
-#include <QLabel>
-#include <QMenu>
 
 using MainWindow = MainFormTest;
 
@@ -47,12 +44,12 @@ TEST_F(MainWindow, TheCountdownStandsStillWhileTheTaskListIsOpen)
 {
     bool counted = true;
     openForm({.taskList = [&] {
-        counted = formControl<QTimer>(u"Timer1"_s)->isActive();
+        counted = countdown()->isActive();
         addTaskAt(moment(2026, 3, 4, 11), u"New"_s, u"/new"_s, u"new"_s);
     }});
     trigger(u"mnuMutaties"_s);
     EXPECT_FALSE(counted);
-    EXPECT_TRUE(formControl<QTimer>(u"Timer1"_s)->isActive());
+    EXPECT_TRUE(countdown()->isActive());
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
 }
 
@@ -94,7 +91,7 @@ TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
 
 TEST_F(MainWindow, AnErrorInAMenuWindowIsReported)
 {
-    openForm({.about = [] { throw platform::RuntimeError(platform::ErrorNumber::NoCurrentRow); }});
+    openForm({.about = [] { throw platform::RuntimeError(NoCurrentRow); }});
     trigger(u"mnuInfo"_s);
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
     EXPECT_EQ(host.endings, QList{1});

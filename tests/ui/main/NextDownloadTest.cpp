@@ -1,10 +1,16 @@
-#include "app/Module1.h"
-#include "store/TaskStore.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
 
-using NextDownload = MainFormTest;
+class NextDownload : public MainFormTest
+{
+protected:
+    QString taskColour() const
+    {
+        const auto *label = formControl<QLabel>(u"Label4"_s);
+        return label->palette().color(label->foregroundRole()).name();
+    }
+};
 
 TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
 {
@@ -13,11 +19,11 @@ TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
     openForm();
     for (const QStringList &logged : {QStringList(), {u"Invalid use of Null"_s}}) {
         EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
-        EXPECT_EQ(labelColour(u"Label4"_s), u"#ff0000"_s);
+        EXPECT_EQ(taskColour(), u"#ff0000"_s);
         EXPECT_EQ(labelText(u"Label3"_s), u""_s);
         EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
         EXPECT_EQ(form->DownloadEntry.DownloadTime, std::chrono::local_seconds{});
-        EXPECT_FALSE(waitsForRecompute());
+        EXPECT_FALSE(recompute()->isActive());
         EXPECT_EQ(log(), logged);
         addTask(u"No slots"_s, u"http://h/bad"_s, u"bad"_s);
         form->ZoekVolgende();
@@ -37,7 +43,7 @@ TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
     EXPECT_EQ(entry.Filenaam, u"late%20st.mp3"_s);
     EXPECT_EQ(entry.spcFilenaam, u" kids .mp3 "_s);
     EXPECT_EQ(entry.DownloadFlag, Boolean::True);
-    EXPECT_EQ(labelColour(u"Label4"_s), u"#008000"_s);
+    EXPECT_EQ(taskColour(), u"#008000"_s);
 }
 
 TEST_F(NextDownload, CutsTheFileNameFromTheAddress)
@@ -76,7 +82,7 @@ TEST_F(NextDownload, SkipsRowsThatCannotBeReadWhole)
     EXPECT_EQ(form->DownloadEntry.DownloadTime, moment(2026, 3, 6, 6, 10));
     // "No number" sorts behind the chosen row, as text does behind numbers
     EXPECT_EQ(log(), QStringList(3, u"Invalid use of Null"_s));
-    EXPECT_FALSE(waitsForRecompute());
+    EXPECT_FALSE(recompute()->isActive());
 }
 
 TEST_F(NextDownload, AFailedComputationIsLoggedOnceAndTriedAgain)
@@ -90,13 +96,13 @@ TEST_F(NextDownload, AFailedComputationIsLoggedOnceAndTriedAgain)
     EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
     EXPECT_EQ(log().size(), 1);
-    EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(recompute()->isActive());
 
     execute(u"ALTER TABLE Gone RENAME TO Tijden"_s);
-    runRecomputeLater();
+    tick(recompute());
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
     EXPECT_EQ(log().size(), 1);
-    EXPECT_FALSE(waitsForRecompute());
+    EXPECT_FALSE(recompute()->isActive());
 }
 
 TEST_F(NextDownload, AnOtherComputationCancelsTheOneThatWaits)
@@ -106,11 +112,11 @@ TEST_F(NextDownload, AnOtherComputationCancelsTheOneThatWaits)
     store::rsOpdrachten->setSource(u"Tijden"_s);
     store::rsOpdrachten->open(); // in use: the computation cannot open it
     form->ZoekVolgende();
-    EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(recompute()->isActive());
     EXPECT_TRUE(store::rsOpdrachten->isOpen());
     store::rsOpdrachten->close();
     form->ZoekVolgende();
-    EXPECT_FALSE(waitsForRecompute());
+    EXPECT_FALSE(recompute()->isActive());
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
 }
 

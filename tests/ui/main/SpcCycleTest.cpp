@@ -1,9 +1,5 @@
-#include "app/Module1.h"
 #include "tests/support/SampleAudio.h"
 #include "tests/ui/main/MainFormTest.h"
-
-#include <QDir>
-#include <QFile>
 
 #include <sys/stat.h>
 
@@ -31,7 +27,7 @@ protected:
 
     QTimer *watch() const { return formControl<QTimer>(u"Timer2"_s); }
 
-    void tickWatch() { QMetaObject::invokeMethod(watch(), "timeout"); }
+    void tickWatch() { tick(watch()); }
 
     /// A download, and its batch up to its end.
     void runDownloadAndBatch()
