@@ -77,13 +77,6 @@ TEST_F(TaskStore, RunsEveryStatementOfTheProgramForEachKindOfName)
     }
 }
 
-TEST_F(TaskStore, GivesATaskWithoutSlotsOneRowWithoutDayAndHour)
-{
-    addTask(u"Bare"_s, 5);
-    EXPECT_EQ(rowsOf(store::scheduleStatement()),
-              QStringList{u"Bare|http://station.example/a.mp3|a.mp3|5|True|-|-|-"_s});
-}
-
 TEST_F(TaskStore, SchedulesInTheOrderOfDayHourAndMinute)
 {
     addTask(u"c"_s, 9);
