@@ -1,46 +1,27 @@
 #include "app/ErrorReport.h"
 #include "app/ErrorTrap.h"
 #include "app/Module1.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
-
-#include <QDir>
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace app;
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
 using platform::RuntimeError;
-using testing_support::FakeHost;
-using testing_support::fileBytes;
 
 static void fail()
 {
-    throw RuntimeError(ErrorNumber::FileNotFound);
+    throw RuntimeError(FileNotFound);
 }
 
-TEST(ErrorTrap, LogsAndGoesOn)
+TEST(ErrorTrap, LogsAndGoesOnEvenWithoutALog)
 {
-    FakeHost host;
-    QDir().mkpath(host.programFolder());
+    const FakeHost host;
     const ErrorTrap trap;
+    EXPECT_FALSE(trap.step(fail));
+    QDir().mkpath(host.programFolder());
     EXPECT_FALSE(trap.step(fail));
     EXPECT_TRUE(trap.step([] {}));
     EXPECT_TRUE(fileBytes(logFilePath()).endsWith(" - File not found\r\n"));
-}
-
-TEST(ErrorTrap, GoesOnWithoutALog)
-{
-    FakeHost host;
-    EXPECT_FALSE(ErrorTrap().step(fail));
-}
-
-TEST(ErrorTrap, LetsOneNumberOut)
-{
-    FakeHost host;
-    EXPECT_THROW(ErrorTrap(ErrorNumber::FileNotFound).step(fail), RuntimeError);
-    EXPECT_FALSE(ErrorTrap(ErrorNumber::PathNotFound).step(fail));
+    EXPECT_THROW(ErrorTrap(FileNotFound).step(fail), RuntimeError);
+    EXPECT_FALSE(ErrorTrap(PathNotFound).step(fail));
 }
 
 TEST(ErrorReport, ComesToRestTellsOnceAndEnds)

@@ -1,11 +1,7 @@
 #include "app/Module1.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace app;
-using namespace Qt::StringLiterals;
 
 TEST(Folders, EndInOneSeparatorOfTheirStyle)
 {
@@ -60,7 +56,6 @@ TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)
         EXPECT_EQ(AddPortToUrl(address), result);
     for (const QString &address :
          {u"http://station.example"_s, u""_s, u"/"_s, u"a/b/c"_s, QString(2000, u'x')})
-        EXPECT_EQ(testing_support::errorOf([&] { AddPortToUrl(address); }),
-                  platform::ErrorNumber::InvalidProcedureCall)
+        EXPECT_EQ(errorOf([&] { AddPortToUrl(address); }), InvalidProcedureCall)
             << address.toStdString();
 }

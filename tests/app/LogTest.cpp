@@ -1,19 +1,12 @@
 #include "app/Module1.h"
-#include "platform/RuntimeError.h"
-#include "tests/support/FakeHost.h"
-
-#include <QDir>
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace app;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::moment;
 
-TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
+TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
 {
-    testing_support::FakeHost host;
+    FakeHost host;
+    EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
@@ -21,10 +14,4 @@ TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
     WriteLog(u""_s);
     EXPECT_EQ(fileBytes(host.programFolder() + u"/OstravelinLog.txt"_s),
               "05-03-07 09:04:05 - Hourly - caf\xC3\xA9\r\n31-12-10 23:59:59 - \r\n");
-}
-
-TEST(Log, RaisesWhenItCannotBeWritten)
-{
-    testing_support::FakeHost host;
-    EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
 }

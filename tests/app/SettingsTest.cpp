@@ -1,14 +1,7 @@
 #include "app/Module1.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace app;
-using namespace Qt::StringLiterals;
-using testing_support::FakeHost;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 static QString settingsPath(const FakeHost &host)
 {
@@ -42,14 +35,6 @@ TEST(Settings, AWrittenValueKeepsTheLineBreakThatTheCallersVariableLoses)
     EXPECT_EQ(ReadIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, u"?"_s), u"a"_s);
 }
 
-TEST(Settings, AFailedWriteIsNotReported)
-{
-    FakeHost host;
-    makeFile(host.settingsDirectory(), "a file in the folder's place");
-    QString value = u"v"_s;
-    EXPECT_NO_THROW(WriteIni(settingsFileName(), u"Opties"_s, u"SPC"_s, value));
-}
-
 TEST(FixedText, CutsPadsAndNeverSplitsACharacter)
 {
     FixedText<4> text;
@@ -58,9 +43,4 @@ TEST(FixedText, CutsPadsAndNeverSplitsACharacter)
     EXPECT_EQ(text.text(), u"abcd"_s);
     text = u"abc🎵"_s;
     EXPECT_EQ(text.text(), u"abc "_s);
-}
-
-TEST(Title, NamesTheProgramAndItsVersion)
-{
-    EXPECT_EQ(WindowTitle(), u"Ostravelin 1.8.1"_s);
 }

@@ -1,21 +1,15 @@
 #include "platform/NativeHost.h"
 #include "platform/SingleByteText.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 
@@ -35,11 +29,7 @@ protected:
         return failure;
     }
 
-    QStringList files() const
-    {
-        return QDir(folder.path())
-            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
+    QString at(const QString &name) const { return folder.filePath(name); }
 
     QTemporaryDir folder;
     NativeHost host;
@@ -49,34 +39,34 @@ protected:
 
 TEST_F(Batch, JoinsFilesOfAnyName)
 {
-    makeFile(folder.filePath(u"header"_s), "header");
+    makeFile(at(u"header"_s), "header");
     for (const QString &name : {u"audio.mp2"_s, u"a b"_s, u"-n"_s, u"--help"_s, u";touch x"_s,
                                 u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s, u"é"_s}) {
-        makeFile(folder.filePath(name), "audio");
+        makeFile(at(name), "audio");
         EXPECT_EQ(run(name, u"out"_s), u""_s) << name.toStdString();
-        EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "headeraudio");
-        QFile::remove(folder.filePath(u"out"_s));
+        EXPECT_EQ(fileBytes(at(u"out"_s)), "headeraudio");
+        QFile::remove(at(u"out"_s));
         EXPECT_EQ(run(name, name), u""_s); // the output takes the input's place
-        EXPECT_EQ(fileBytes(folder.filePath(name)), "headeraudio");
-        QFile::remove(folder.filePath(name));
-        EXPECT_EQ(files(), QStringList{u"header"_s});
+        EXPECT_EQ(fileBytes(at(name)), "headeraudio");
+        QFile::remove(at(name));
+        EXPECT_EQ(filesIn(folder.path()), QStringList{u"header"_s});
     }
 }
 
 TEST_F(Batch, AFailedOneSaysWhyAndLeavesTheOldOutput)
 {
-    makeFile(folder.filePath(u"header"_s), "header");
-    makeFile(folder.filePath(u"out"_s), "old");
+    makeFile(at(u"header"_s), "header");
+    makeFile(at(u"out"_s), "old");
     EXPECT_TRUE(run(u"missing"_s, u"out"_s).contains(u"missing"_s));
-    EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "old");
-    EXPECT_EQ(files(), (QStringList{u"header"_s, u"out"_s}));
+    EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
+    EXPECT_EQ(filesIn(folder.path()), (QStringList{u"header"_s, u"out"_s}));
 
     // a pipe that nobody fills keeps the process running until it is killed
-    ASSERT_EQ(mkfifo(QFile::encodeName(folder.filePath(u"pipe"_s)).constData(), 0600), 0);
+    ASSERT_EQ(mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
     QTimer::singleShot(0, [] { qApp->findChild<QProcess *>()->kill(); });
     EXPECT_EQ(run(u"pipe"_s, u"out"_s), u"the process was ended"_s);
-    EXPECT_EQ(fileBytes(folder.filePath(u"out"_s)), "old");
-    EXPECT_EQ(files(), (QStringList{u"header"_s, u"out"_s})); // pipes are not listed
+    EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
+    EXPECT_EQ(filesIn(folder.path()), (QStringList{u"header"_s, u"out"_s})); // pipes are not listed
 }
 
 TEST(SingleByteText, ReplacesWhatTheCodePageLacks)

@@ -1,5 +1,4 @@
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -7,24 +6,15 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
 {
-    const struct
-    {
-        const char *what;
-        std::function<void(QMessageBox &)> answer;
-        bool isYes;
-    } cases[] = {
+    const std::tuple<const char *, std::function<void(QMessageBox &)>, bool> cases[] = {
         {"Enter", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
         {"Esc", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
         {"No", [](QMessageBox &box) { box.button(QMessageBox::No)->click(); }, false},
         {"Yes", [](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); }, true},
     };
-    testing_support::FakeHost host;
+    FakeHost host;
     for (const auto &[what, answer, isYes] : cases) {
         SCOPED_TRACE(what);
         QTimer::singleShot(0, qApp, [&, act = answer] {

@@ -1,16 +1,8 @@
 #include "platform/posix/Profile.h"
 
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
-
-#include <QFile>
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace platform;
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 
@@ -75,12 +67,7 @@ TEST_F(Profile, CutsToTheSizeWithoutSplittingACharacter)
 
 TEST_F(Profile, WritesOneLineAndKeepsTheOthers)
 {
-    const struct
-    {
-        QByteArray before;
-        QString value;
-        QByteArray after;
-    } cases[] = {
+    const std::tuple<QByteArray, QString, QByteArray> cases[] = {
         {"", u"v"_s, "[Section]\r\nKey=v\r\n"},
         {"; c\n[Other]\nKey=1", u"v"_s, "; c\n[Other]\nKey=1\n[Section]\nKey=v\n"},
         {"[section]\r\n; c\r\nkey = old\r\nKey=2\r\n", u"v"_s,

@@ -1,20 +1,11 @@
 #include "store/TaskStore.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 
 namespace {
 
@@ -52,7 +43,7 @@ protected:
 
     /// Starts the program with a local clock that shows 09:59:52, in Dutch: late enough for a short
     /// test, and early enough for a slow machine to show the window before the slot.
-    void start(const testing_support::Station &station)
+    void start(const Station &station)
     {
         constexpr int shown = (9 * 60 + 59) * 60 + 52;
         const int west =
@@ -78,10 +69,10 @@ protected:
 
 TEST_F(Program, RunsAScheduledDownload)
 {
-    testing_support::Station station;
+    Station station;
     const QByteArray audio(1'234'567, 'a');
     station.answer(u"/radio/latest.mp2"_s, {.body = audio});
-    addTask(testing_support::Station::url(u"/radio/latest.mp2"_s));
+    addTask(Station::url(u"/radio/latest.mp2"_s));
     start(station);
     ASSERT_TRUE(QTest::qWaitFor([this] { return QFile::exists(at(u"audio/news.mp2"_s)); }, 60'000))
         << process.readAllStandardError().toStdString();
@@ -100,7 +91,7 @@ TEST_F(Program, AFirstStartDeletesAStaleSettingsFile)
 {
     const QString settings = at(u"config/Ostravelin.ini"_s);
     makeFile(settings, "[Bestandsmappen]\r\nSPCmap=/srv/spc\r\n");
-    start(testing_support::Station());
+    start(Station());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(settings); }, 60'000));
     EXPECT_EQ(process.state(), QProcess::Running);
 }
@@ -108,7 +99,7 @@ TEST_F(Program, AFirstStartDeletesAStaleSettingsFile)
 TEST_F(Program, TellsWhatKeepsItFromStarting)
 {
     const QString database = at(u"ostravelin/database/ostravelin.mdb"_s);
-    const testing_support::Station station;
+    const Station station;
     const struct
     {
         std::function<void()> prepare;

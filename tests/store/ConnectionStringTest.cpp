@@ -1,12 +1,6 @@
 #include "store/ConnectionString.h"
 
-#include "tests/support/Print.h"
-
-#include <QDir>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Test.h"
 
 TEST(ConnectionString, JoinsItsPiecesAsTheyStand)
 {
@@ -31,11 +25,8 @@ TEST(ConnectionString, GivesThePathInEveryProgramFolder)
 
 TEST(ConnectionString, IsReadHoweverItIsWritten)
 {
-    struct Case
-    {
-        QString text, path, password;
-    };
-    const Case cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
+        // texts, paths and passwords
         {u""_s, u""_s, u""_s},
         {u"data source=/a.mdb"_s, u"/a.mdb"_s, u""_s},
         {u"  DATA SOURCE \t=  /a b.mdb  ;x=y"_s, u"/a b.mdb"_s, u""_s},
@@ -43,9 +34,9 @@ TEST(ConnectionString, IsReadHoweverItIsWritten)
         {u"Data Source=/a;b;c.mdb; ;Mode=x"_s, u"/a;b;c.mdb"_s, u""_s},
         {u"Data Source Name=/b;Data Source=/a\\x.mdb"_s, u"/a\\x.mdb"_s, u""_s},
     };
-    for (const Case &c : cases) {
-        const auto address = store::parsedConnectionString(c.text);
-        EXPECT_EQ(address.path, c.path);
-        EXPECT_EQ(address.password, c.password);
+    for (const auto &[text, path, password] : cases) {
+        const auto address = store::parsedConnectionString(text);
+        EXPECT_EQ(address.path, path);
+        EXPECT_EQ(address.password, password);
     }
 }

@@ -1,67 +1,12 @@
-#include "store/ConnectionString.h"
 #include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
-#include <QFile>
-
-#include <optional>
-#include <sqlite3.h>
 #include <thread>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-using platform::ErrorNumber;
-using platform::RuntimeError;
-using testing_support::errorOf;
-
-class Connection : public StoreTest
-{};
-
-class ConnectionFault : public StoreTest
-{
-protected:
-    // Lets everyone into the folder, and gives the database file these permissions.
-    void permit(QFile::Permissions permissions) const
-    {
-        QFile::setPermissions(programFolder(), QFile::ReadOwner | QFile::WriteOwner |
-                                                   QFile::ExeOwner | QFile::ReadGroup |
-                                                   QFile::ExeGroup | QFile::ReadOther |
-                                                   QFile::ExeOther);
-        QFile::setPermissions(databasePath(), permissions);
-    }
-};
+using Connection = StoreTest;
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void replaceContent(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-QByteArray unencryptedDatabase(const QString &path)
-{
-    sqlite3 *database = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &database);
-    sqlite3_exec(database, "CREATE TABLE Tijden (Dagen)", nullptr, nullptr, nullptr);
-    sqlite3_close(database);
-    return contentOf(path);
-}
-
-QByteArray withOtherByteAt(QByteArray content, qsizetype position)
-{
-    content[position] = static_cast<char>(content[position] + 1);
-    return content;
-}
 
 // File permissions bind ordinary users only.
 class AsOrdinaryUser
@@ -78,94 +23,86 @@ private:
 
 } // namespace
 
-TEST_F(ConnectionFault, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecrypted)
+TEST_F(Connection, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecrypted)
 {
-    const QByteArray good = contentOf(databasePath());
-    const QByteArray unencrypted = unencryptedDatabase(programFolder() + u"/plain"_s);
+    connection.close();
+    const QByteArray good = fileBytes(databasePath());
     ASSERT_GE(good.size(), 3 * 1024);
+    QByteArray damaged = good;
+    damaged[500] = static_cast<char>(good[500] + 1);
+    QFile::remove(databasePath());
+    ASSERT_EQ(withEngineAlone("CREATE TABLE Tijden (Dagen)"), SQLITE_OK);
+    const QByteArray unencrypted = fileBytes(databasePath());
     ASSERT_EQ(unencrypted.size() % 1024, 0);
-    struct Case
-    {
-        const char *name;
-        QByteArray content;
-        ErrorNumber error;
+
+    const std::tuple<const char *, QByteArray, ErrorNumber> cases[] = {
+        {"empty", {}, NotADatabase},
+        {"short text", "[Bestandsmappen]\r\n", NotADatabase},
+        {"text of whole pages", QByteArray("Opdracht").repeated(512), NotADatabase},
+        {"not encrypted", unencrypted, NotADatabase},
+        {"cut inside a page", good.chopped(100), NotADatabase},
+        {"cut behind a page", good.first(2048), WrongDatabasePassword},
+        {"damaged", damaged, WrongDatabasePassword},
     };
-    const Case cases[] = {
-        {"empty", {}, ErrorNumber::NotADatabase},
-        {"short text", "[Bestandsmappen]\r\n", ErrorNumber::NotADatabase},
-        {"text of whole pages", QByteArray("Opdracht").repeated(512), ErrorNumber::NotADatabase},
-        {"not encrypted", unencrypted, ErrorNumber::NotADatabase},
-        {"cut inside a page", good.chopped(100), ErrorNumber::NotADatabase},
-        {"cut behind a page", good.first(2048), ErrorNumber::WrongDatabasePassword},
-        {"damaged", withOtherByteAt(good, 500), ErrorNumber::WrongDatabasePassword},
-    };
-    connection.close();
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        replaceContent(databasePath(), c.content);
-        EXPECT_EQ(errorOf([&] { connection.open(store::connectionString(programFolder())); }),
-                  c.error);
+    for (const auto &[name, content, error] : cases) {
+        SCOPED_TRACE(name);
+        makeFile(databasePath(), content);
+        EXPECT_EQ(errorOf([&] { connect(); }), error);
         EXPECT_FALSE(connection.isOpen());
-        EXPECT_EQ(contentOf(databasePath()), c.content);
+        EXPECT_EQ(fileBytes(databasePath()), content);
     }
 }
 
-TEST_F(ConnectionFault, AnotherPasswordIsRefused)
+TEST_F(Connection, RefusesAnotherPasswordAndMissingFilesWhichItDoesNotMake)
 {
     connection.close();
-    for (const QString &password : {u"kelp@vastrumborem"_s, u"KELP@VASTRUMBOREN"_s, u""_s}) {
-        const QString text =
-            u"Data Source="_s + databasePath() + u";Jet OLEDB:Database Password="_s;
-        EXPECT_EQ(errorOf([&] { connection.open(text + password); }),
-                  ErrorNumber::WrongDatabasePassword);
-    }
-}
+    const QString source = u"Data Source="_s;
+    const QString password = databasePath() + u";Jet OLEDB:Database Password="_s;
+    const std::pair<QString, ErrorNumber> cases[] = {
+        {password + u"kelp@vastrumborem"_s, WrongDatabasePassword},
+        {password + u"KELP@VASTRUMBOREN"_s, WrongDatabasePassword},
+        {password, WrongDatabasePassword},
+        {u":memory:"_s, DatabaseFileNotFound},
+        {programFolder(), NotADatabase},
+    };
+    for (const auto &[text, error] : cases)
+        EXPECT_EQ(errorOf([&, &rest = text] { connection.open(source + rest); }), error);
 
-TEST_F(ConnectionFault, MissingFilesAreNamedAndNotMade)
-{
-    connection.close();
-    const QString missing = programFolder() + u"/missing"_s;
+    const QString missing = programFolder() + u"/missing/a.mdb"_s;
     try {
-        connection.open(store::connectionString(missing));
+        connection.open(source + missing);
         FAIL();
-    } catch (const RuntimeError &error) {
-        EXPECT_EQ(error.number(), ErrorNumber::DatabaseFileNotFound);
-        EXPECT_EQ(error.description(),
-                  u"The database file was not found: "_s + missing + u"/database/ostravelin.mdb"_s);
+    } catch (const platform::RuntimeError &error) {
+        EXPECT_EQ(error.number(), DatabaseFileNotFound);
+        EXPECT_EQ(error.description(), u"The database file was not found: "_s + missing);
     }
-    EXPECT_FALSE(QFile::exists(missing));
-    EXPECT_EQ(errorOf([&] { connection.open(u"Data Source=:memory:"_s); }),
-              ErrorNumber::DatabaseFileNotFound);
-    EXPECT_EQ(errorOf([&] { connection.open(u"Data Source="_s + programFolder()); }),
-              ErrorNumber::NotADatabase);
+    EXPECT_FALSE(QFile::exists(programFolder() + u"/missing"_s));
 }
 
-TEST_F(ConnectionFault, FilesThatMustNotBeWrittenCanBeRead)
+TEST_F(Connection, FilesThatMustNotBeWrittenCanBeReadAndOthersAreDenied)
 {
     connection.close();
-    permit(QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+    constexpr auto read = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    QFile::setPermissions(programFolder(), read | QFile::WriteOwner | QFile::ExeOwner |
+                                               QFile::ExeGroup | QFile::ExeOther);
+    QFile::setPermissions(databasePath(), read);
+    {
+        const AsOrdinaryUser user;
+        connect();
+        EXPECT_EQ(slotRows(), QStringList());
+        EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
+        connection.close();
+    }
+    QFile::setPermissions(databasePath(), {});
     const AsOrdinaryUser user;
-    connection.open(store::connectionString(programFolder()));
-    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList());
-    EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), ErrorNumber::DatabaseEngine);
-}
-
-TEST_F(ConnectionFault, FilesThatMustNotBeReadAreDenied)
-{
-    connection.close();
-    permit({});
-    const AsOrdinaryUser user;
-    EXPECT_EQ(errorOf([&] { connection.open(store::connectionString(programFolder())); }),
-              ErrorNumber::PermissionDenied);
+    EXPECT_EQ(errorOf([&] { connect(); }), PermissionDenied);
 }
 
 TEST_F(Connection, RefusesUseWhileClosedAndOpeningTwice)
 {
-    EXPECT_EQ(errorOf([&] { connection.open(store::connectionString(programFolder())); }),
-              ErrorNumber::ObjectOpen);
+    EXPECT_EQ(errorOf([&] { connect(); }), ObjectOpen);
     connection.close();
-    EXPECT_EQ(errorOf([&] { connection.execute(u"DELETE FROM Tijden"_s); }),
-              ErrorNumber::ObjectClosed);
+    EXPECT_EQ(errorOf([&] { connection.execute(u"DELETE FROM Tijden"_s); }), ObjectClosed);
 }
 
 TEST_F(Connection, TruthIsANumberOutsideQuotesNamesAndComments)
@@ -191,31 +128,28 @@ TEST_F(Connection, TruthIsANumberOutsideQuotesNamesAndComments)
 
 TEST_F(Connection, TextsCompareWithoutCaseOfAnyLetter)
 {
-    const std::pair<QString, QString> equal[] = {
-        {u"Hourly"_s, u"hOURLY"_s},
-        {u"Émission d'été"_s, u"éMISSION D'ÉTÉ"_s},
-        {u"ÅÖ nieuws"_s, u"åö NIEUWS"_s},
-        {u"Новости"_s, u"НОВОСТИ"_s},
-        {u"𐐀 x"_s, u"𐐨 X"_s},
-        {u"kelp"_s, u"\u212Aelp"_s}, // the Kelvin sign is a k
+    const std::tuple<QString, QString, bool> cases[] = {
+        {u"Hourly"_s, u"hOURLY"_s, true},
+        {u"Émission d'été"_s, u"éMISSION D'ÉTÉ"_s, true},
+        {u"ÅÖ nieuws"_s, u"åö NIEUWS"_s, true},
+        {u"Новости"_s, u"НОВОСТИ"_s, true},
+        {u"𐐀 x"_s, u"𐐨 X"_s, true},
+        {u"kelp"_s, u"\u212Aelp"_s, true}, // the Kelvin sign is a k
+        {u"Hourly"_s, u"Hourly "_s, false},
+        {u"a"_s, u"á"_s, false},
+        {u"[x"_s, u"{x"_s, false},
+        {u"@a"_s, u"`a"_s, false},
+        {u"é"_s, u"éé"_s, false},
     };
-    const std::pair<QString, QString> different[] = {
-        {u"Hourly"_s, u"Hourly "_s}, {u"a"_s, u"á"_s},  {u"[x"_s, u"{x"_s},
-        {u"@a"_s, u"`a"_s},          {u"é"_s, u"éé"_s},
-    };
-    const auto matches = [&](const std::pair<QString, QString> &texts) {
+    for (const auto &[task, slot, isEqual] : cases) {
         connection.execute(u"DELETE FROM Opdrachtgegevens"_s);
         connection.execute(u"DELETE FROM Tijden"_s);
-        addTask(texts.first);
-        addSlot(texts.second, 1, 2);
-        return rowsOf(u"SELECT * FROM Opdrachtgegevens INNER JOIN Tijden ON "
-                      "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam"_s)
-            .size();
-    };
-    for (const auto &texts : equal)
-        EXPECT_EQ(matches(texts), 1) << texts.first.toStdString();
-    for (const auto &texts : different)
-        EXPECT_EQ(matches(texts), 0) << texts.first.toStdString();
+        addTask(task);
+        addSlot(slot, 1, 2);
+        const auto joined = rowsOf(u"SELECT * FROM Opdrachtgegevens INNER JOIN Tijden ON "
+                                   "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam"_s);
+        EXPECT_EQ(joined.size(), isEqual ? 1 : 0) << task.toStdString();
+    }
 }
 
 TEST_F(Connection, TextsSortAlikeInAnyCase)
@@ -234,47 +168,43 @@ TEST_F(Connection, ExecuteCountsTheRowsOfItsOwnStatement)
     EXPECT_EQ(connection.execute(u"DELETE FROM Tijden"_s), 2);
     for (const QString &wrong : {u""_s, u"-- nothing"_s, u"DELETE FROM Tijden; SELECT 1"_s,
                                  u"DELETE FROM Niets"_s, u"INSERT INTO Tijden VALUES ('it's')"_s})
-        EXPECT_EQ(errorOf([&] { connection.execute(wrong); }), ErrorNumber::DatabaseEngine);
+        EXPECT_EQ(errorOf([&] { connection.execute(wrong); }), DatabaseEngine);
 }
 
 TEST_F(Connection, TransactionsTakeEffectWholeOrNotAtAll)
 {
     {
-        store::Transaction abandoned(connection);
+        const store::Transaction abandoned(connection);
         addSlot(u"a"_s, 1, 1);
-        EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList{u"a|1|1"_s});
+        EXPECT_EQ(slotRows(), QStringList{u"a|1|1"_s});
     }
-    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList());
+    EXPECT_EQ(slotRows(), QStringList());
     store::Transaction kept(connection);
     addSlot(u"b"_s, 2, 2);
     kept.commit();
-    store::Transaction next(connection);
-    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList{u"b|2|2"_s});
+    const store::Transaction next(connection);
+    EXPECT_EQ(slotRows(), QStringList{u"b|2|2"_s});
 }
 
-TEST_F(Connection, AnotherWriterIsWaitedFor)
+TEST_F(Connection, AnotherWriterIsWaitedForUnlessItStays)
 {
     store::Connection other;
-    other.open(store::connectionString(programFolder()));
-    auto lock = std::make_optional<store::Transaction>(other);
-    other.execute(u"INSERT INTO Tijden VALUES ('theirs', 1, 1)"_s);
+    connect(other);
+    {
+        store::Transaction lock(other);
+        other.execute(u"INSERT INTO Tijden VALUES ('theirs', 1, 1)"_s);
+        const std::jthread end([&] {
+            std::this_thread::sleep_for(20ms);
+            lock.commit();
+        });
+        addSlot(u"ours"_s, 2, 2);
+    }
+    const QStringList both = {u"theirs|1|1"_s, u"ours|2|2"_s};
+    EXPECT_EQ(slotRows(), both);
 
-    std::jthread end([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        lock->commit();
-    });
-    addSlot(u"ours"_s, 2, 2);
-    EXPECT_EQ(rowsOf(u"Tijden"_s), (QStringList{u"theirs|1|1"_s, u"ours|2|2"_s}));
-}
-
-TEST_F(Connection, AnotherWriterThatStaysIsAnError)
-{
-    store::Connection other;
-    other.open(store::connectionString(programFolder()));
     const store::Transaction lock(other);
-    connection.setBusyTimeout(std::chrono::milliseconds(1));
-    EXPECT_EQ(rowsOf(u"Tijden"_s), QStringList());
-    EXPECT_EQ(errorOf([&] { addSlot(u"a"_s, 1, 1); }), ErrorNumber::DatabaseEngine);
-    EXPECT_EQ(errorOf([&] { store::Transaction(connection).commit(); }),
-              ErrorNumber::DatabaseEngine);
+    connection.setBusyTimeout(1ms);
+    EXPECT_EQ(slotRows(), both);
+    EXPECT_EQ(errorOf([&] { addSlot(u"a"_s, 1, 1); }), DatabaseEngine);
+    EXPECT_EQ(errorOf([&] { store::Transaction(connection).commit(); }), DatabaseEngine);
 }

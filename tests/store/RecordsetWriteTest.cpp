@@ -1,15 +1,7 @@
-#include "store/ConnectionString.h"
-#include "store/Recordset.h"
 #include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::Value;
-using testing_support::errorOf;
 
 // Three slots, Monday 1:00 to Wednesday 3:00, in an open recordset.
 class RecordsetWrite : public StoreTest
@@ -19,11 +11,14 @@ protected:
     {
         for (int day = 1; day <= 3; ++day)
             addSlot(u"slot"_s, day, day);
-        rows.setSource(u"Tijden"_s);
-        rows.open();
+        open(u"Tijden"_s);
     }
 
-    store::Recordset rows{connection};
+    void reopen(const QString &source)
+    {
+        rows.close();
+        open(source);
+    }
 };
 
 TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
@@ -37,47 +32,43 @@ TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
     rows.update();
     EXPECT_EQ(rows.recordCount(), 4);
     EXPECT_EQ(rows.absolutePosition(), 4);
-    EXPECT_EQ(currentRow(rows), u"Kid's \"hour\"|7|-"_s);
-    EXPECT_EQ(rowsOf(u"Tijden"_s).last(), currentRow(rows));
+    EXPECT_EQ(row(), u"Kid's \"hour\"|7|-"_s);
+    EXPECT_EQ(slotRows().last(), row());
     rows.addNew();
     rows.update();
-    EXPECT_EQ(currentRow(rows), u"-|-|-"_s);
+    EXPECT_EQ(row(), u"-|-|-"_s);
 }
 
 TEST_F(RecordsetWrite, AddsIntoAnEmptyResult)
 {
-    store::Recordset tasks(connection);
-    tasks.setSource(u"Select * FROM Opdrachtgegevens where Opdrachtnaam = 'New';"_s);
-    tasks.open();
-    ASSERT_EQ(tasks.recordCount(), 0);
-    tasks.addNew();
-    tasks.setValue(u"Opdrachtnaam", u"New"_s);
-    tasks.setValue(u"Aktief", Boolean::True);
-    tasks.setValue(u"minuten", 15.0);
-    tasks.update();
-    EXPECT_EQ(currentRow(tasks), u"New|-|-|15|True"_s);
+    reopen(u"Select * FROM Opdrachtgegevens where Opdrachtnaam = 'New';"_s);
+    ASSERT_EQ(rows.recordCount(), 0);
+    rows.addNew();
+    rows.setValue(u"Opdrachtnaam", u"New"_s);
+    rows.setValue(u"Aktief", Boolean::True);
+    rows.setValue(u"minuten", 15.0);
+    rows.update();
+    EXPECT_EQ(row(), u"New|-|-|15|True"_s);
     EXPECT_EQ(connection.execute(u"DELETE FROM Opdrachtgegevens WHERE Aktief = 1"_s), 1);
 }
 
 TEST_F(RecordsetWrite, StoresAnyTruthAsOneOrZero)
 {
-    store::Recordset tasks(connection);
-    tasks.setSource(u"Opdrachtgegevens"_s);
-    tasks.open();
+    reopen(u"Opdrachtgegevens"_s);
     const std::pair<Value, int> cases[] = {{Boolean::True, 1}, {Boolean::False, 0}, {-1, 1}, {0, 0},
                                            {2.0, 1},           {u"1"_s, 1}};
     for (const auto &[truth, stored] : cases) {
-        tasks.addNew();
-        tasks.setValue(u"Aktief", truth);
-        tasks.update();
-        EXPECT_EQ(tasks.value(u"Aktief"), Value(platform::toBoolean(stored == 1)));
+        rows.addNew();
+        rows.setValue(u"Aktief", truth);
+        rows.update();
+        EXPECT_EQ(rows.value(u"Aktief"), Value(platform::toBoolean(stored == 1)));
         EXPECT_EQ(
             connection.execute(u"DELETE FROM Opdrachtgegevens WHERE Aktief = %1"_s.arg(stored)), 1);
     }
-    tasks.addNew();
-    EXPECT_EQ(errorOf([&] { tasks.setValue(u"Aktief", u"ja"_s); }), ErrorNumber::TypeMismatch);
-    tasks.setValue(u"Aktief", Value());
-    EXPECT_EQ(errorOf([&] { tasks.update(); }), ErrorNumber::DatabaseEngine);
+    rows.addNew();
+    EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), TypeMismatch);
+    rows.setValue(u"Aktief", Value());
+    EXPECT_EQ(errorOf([&] { rows.update(); }), DatabaseEngine);
 }
 
 TEST_F(RecordsetWrite, ChangesTheCurrentRowInPlace)
@@ -85,52 +76,46 @@ TEST_F(RecordsetWrite, ChangesTheCurrentRowInPlace)
     rows.setAbsolutePosition(2);
     rows.setValue(u"Opdrachtnaam", u"renamed"_s);
     rows.setValue(u"Uren", Value());
-    EXPECT_EQ(currentRow(rows), u"renamed|2|-"_s);
+    EXPECT_EQ(row(), u"renamed|2|-"_s);
     rows.update();
     rows.update(); // nothing left to store
     EXPECT_EQ(rows.absolutePosition(), 2);
-    EXPECT_EQ(currentRow(rows), u"renamed|2|-"_s);
-    EXPECT_EQ(rowsOf(u"Tijden"_s), (QStringList{u"slot|1|1"_s, u"renamed|2|-"_s, u"slot|3|3"_s}));
+    EXPECT_EQ(row(), u"renamed|2|-"_s);
+    EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"renamed|2|-"_s, u"slot|3|3"_s}));
     rows.setValue(u"Uren", 22);
     rows.update();
-    EXPECT_EQ(rowsOf(u"Tijden"_s)[1], u"renamed|2|22"_s);
+    EXPECT_EQ(slotRows()[1], u"renamed|2|22"_s);
 }
 
 TEST_F(RecordsetWrite, DropsWhatIsNotStored)
 {
     const std::function<void()> drops[] = {
-        [&] { rows.close(), rows.open(); },
-        [&] { rows.requery(); },
-        [&] { rows.moveFirst(); },
-        [&] { rows.setAbsolutePosition(1); },
-        [&] { rows.find(u"Dagen = '1'"_s); },
-    };
+        [&] { rows.close(), rows.open(); }, [&] { rows.requery(); }, [&] { rows.moveFirst(); },
+        [&] { rows.setAbsolutePosition(1); }, [&] { rows.find(u"Dagen = '1'"_s); }};
     for (const auto &drop : drops) {
         for (const bool adding : {false, true}) {
             if (adding)
                 rows.addNew();
             rows.setValue(u"Uren", 23);
             drop();
-            EXPECT_EQ(currentRow(rows), u"slot|1|1"_s);
+            EXPECT_EQ(row(), u"slot|1|1"_s);
             rows.update();
         }
     }
-    EXPECT_EQ(rowsOf(u"Tijden"_s), (QStringList{u"slot|1|1"_s, u"slot|2|2"_s, u"slot|3|3"_s}));
+    EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|2|2"_s, u"slot|3|3"_s}));
 }
 
 TEST_F(RecordsetWrite, DeletesTheCurrentRowOnly)
 {
     rows.moveNext();
     rows.deleteCurrent();
-    EXPECT_EQ(rowsOf(u"Tijden"_s), (QStringList{u"slot|1|1"_s, u"slot|3|3"_s}));
-    const std::function<void()> calls[] = {[&] { rows.value(u"Uren"); },
-                                           [&] { rows.setValue(u"Uren", 1); },
-                                           [&] { rows.deleteCurrent(); }};
-    for (const auto &call : calls)
-        EXPECT_EQ(errorOf(call), ErrorNumber::RowDeleted);
+    EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|3|3"_s}));
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), RowDeleted);
     EXPECT_EQ(rows.recordCount(), 3);
     rows.moveNext();
-    EXPECT_EQ(currentRow(rows), u"slot|3|3"_s);
+    EXPECT_EQ(row(), u"slot|3|3"_s);
     rows.moveFirst();
     rows.find(u"Dagen = '2'"_s);
     EXPECT_TRUE(rows.atEnd());
@@ -140,39 +125,38 @@ TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
 {
     connection.execute(u"UPDATE Tijden SET Uren = Uren + 10"_s);
     connection.execute(u"DELETE FROM Tijden WHERE Dagen = 2"_s);
-    EXPECT_EQ(currentRow(rows), u"slot|1|1"_s); // not visited again
+    EXPECT_EQ(row(), u"slot|1|1"_s); // not visited again
     rows.moveFirst();
-    EXPECT_EQ(currentRow(rows), u"slot|1|11"_s);
+    EXPECT_EQ(row(), u"slot|1|11"_s);
     rows.moveNext();
-    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), ErrorNumber::RowDeleted);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
     rows.moveNext();
-    EXPECT_EQ(currentRow(rows), u"slot|3|13"_s);
+    EXPECT_EQ(row(), u"slot|3|13"_s);
     {
         const store::Transaction abandoned(connection);
         connection.execute(u"UPDATE Tijden SET Uren = 0"_s);
         rows.setAbsolutePosition(3);
-        EXPECT_EQ(currentRow(rows), u"slot|3|0"_s);
+        EXPECT_EQ(row(), u"slot|3|0"_s);
     }
     rows.setAbsolutePosition(3);
-    EXPECT_EQ(currentRow(rows), u"slot|3|13"_s);
+    EXPECT_EQ(row(), u"slot|3|13"_s);
 }
 
 TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
 {
     store::Connection other;
-    other.open(store::connectionString(programFolder()));
+    connect(other);
     other.execute(u"UPDATE Tijden SET Opdrachtnaam = 'SLOT' WHERE Dagen = 1"_s);
     other.execute(u"UPDATE Tijden SET Uren = NULL WHERE Dagen = 2"_s);
     other.execute(u"DELETE FROM Tijden WHERE Dagen = 3"_s);
     for (const auto &[position, error] :
-         {std::pair(1, ErrorNumber::RowChanged), std::pair(2, ErrorNumber::RowChanged),
-          std::pair(3, ErrorNumber::RowDeleted)}) {
+         {std::pair(1, RowChanged), std::pair(2, RowChanged), std::pair(3, RowDeleted)}) {
         rows.setAbsolutePosition(position);
         EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), error);
         rows.setValue(u"Dagen", 6);
         EXPECT_EQ(errorOf([&] { rows.update(); }), error);
     }
-    EXPECT_EQ(rowsOf(u"Tijden"_s), (QStringList{u"SLOT|1|1"_s, u"slot|2|-"_s}));
+    EXPECT_EQ(slotRows(), (QStringList{u"SLOT|1|1"_s, u"slot|2|-"_s}));
 }
 
 TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
@@ -190,27 +174,22 @@ TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
         {u"SELECT * FROM Tijden WHERE Dagen = 1 UNION SELECT * FROM Tijden"_s, false},
         {u"SELECT 1"_s, false},
     };
-    rows.close();
     for (const auto &[source, writable] : cases) {
         SCOPED_TRACE(source.toStdString());
-        rows.setSource(source);
-        rows.open();
-        const auto refusal = writable ? std::nullopt : std::optional(ErrorNumber::NotUpdatable);
+        reopen(source);
+        const auto refusal = writable ? std::nullopt : std::optional(NotUpdatable);
         EXPECT_EQ(errorOf([&] { rows.addNew(); }), refusal);
         EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), refusal);
-        rows.close();
     }
 }
 
 TEST_F(RecordsetWrite, KeepsJoinedRowsAsTheyWereRead)
 {
     addTask(u"slot"_s);
-    rows.close();
-    rows.setSource(u"SELECT Dagen, Uren FROM Opdrachtgegevens INNER JOIN Tijden ON "
-                   "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam"_s);
-    rows.open();
+    reopen(u"SELECT Dagen, Uren FROM Opdrachtgegevens INNER JOIN Tijden ON "
+           "Opdrachtgegevens.Opdrachtnaam = Tijden.Opdrachtnaam"_s);
     connection.execute(u"DELETE FROM Tijden"_s);
     rows.setAbsolutePosition(3);
-    EXPECT_EQ(currentRow(rows), u"3|3"_s);
-    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), ErrorNumber::NotUpdatable);
+    EXPECT_EQ(row(), u"3|3"_s);
+    EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), NotUpdatable);
 }

@@ -1,26 +1,89 @@
 #pragma once
 
+#include "store/ConnectionString.h"
 #include "store/Recordset.h"
+#include "store/Statements.h"
+#include "tests/support/Test.h"
 
-#include <QTemporaryDir>
+#include <sqlite3.h>
 
-#include <gtest/gtest.h>
-
-/// A connection to an empty task database of the test's own.
+/// A connection to an empty task database of the test's own, and a recordset on it.
 class StoreTest : public testing::Test
 {
 protected:
-    StoreTest();
+    StoreTest()
+    {
+        QDir().mkpath(programFolder() + u"/database"_s);
+        QFile::copy(QStringLiteral(EMPTY_DATABASE), databasePath());
+        connect();
+    }
 
     QString programFolder() const { return folder.path(); }
-    QString databasePath() const;
-    void addTask(const QString &name, int minute = 0, bool active = true);
-    void addSlot(const QString &name, int day, int hour);
+    QString databasePath() const { return programFolder() + u"/database/ostravelin.mdb"_s; }
 
-    /// All rows of a source, each as its fields with "|" between them and "-" for an empty one.
-    QStringList rowsOf(const QString &source) const;
-    static QString currentRow(const store::Recordset &rows);
+    /// Opens a connection, by default the test's own.
+    void connect(store::Connection &other) const
+    {
+        other.open(store::connectionString(programFolder()));
+    }
+    void connect() { connect(connection); }
+
+    /// What the engine says, without this program's means, to statements on the database file.
+    int withEngineAlone(const QByteArray &statements) const
+    {
+        sqlite3 *database = nullptr;
+        sqlite3_open(databasePath().toUtf8().constData(), &database);
+        const int result = sqlite3_exec(database, statements, nullptr, nullptr, nullptr);
+        sqlite3_close(database);
+        return result;
+    }
+
+    void addTask(const QString &name, int minute = 0, bool active = true)
+    {
+        connection.execute(
+            u"INSERT INTO Opdrachtgegevens VALUES ('%1', "
+            "'http://station.example/a.mp3', 'a.mp3', %2, %3)"_s.arg(store::withDoubledQuotes(name))
+                .arg(minute)
+                .arg(active));
+    }
+
+    void addSlot(const QString &name, int day, int hour)
+    {
+        connection.execute(
+            u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(store::withDoubledQuotes(name))
+                .arg(day)
+                .arg(hour));
+    }
+
+    void open(const QString &source)
+    {
+        rows.setSource(source);
+        rows.open();
+    }
+
+    /// A recordset's current row as its fields with "|" between them and "-" for an empty one.
+    static QString rowOf(const store::Recordset &records)
+    {
+        QStringList fields;
+        for (int field = 0; field < records.fieldNames().size(); ++field)
+            fields += records.holdsValue(field) ? records.value(field).toText() : u"-"_s;
+        return fields.join(u'|');
+    }
+    QString row() const { return rowOf(rows); }
+
+    /// All rows of a source.
+    QStringList rowsOf(const QString &source) const
+    {
+        store::Recordset records(connection);
+        records.setSource(source);
+        QStringList found;
+        for (records.open(); !records.atEnd(); records.moveNext())
+            found += rowOf(records);
+        return found;
+    }
+    QStringList slotRows() const { return rowsOf(u"Tijden"_s); }
 
     QTemporaryDir folder;
     store::Connection connection;
+    store::Recordset rows{connection};
 };

@@ -1,16 +1,10 @@
 #include "store/Value.h"
 
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
-#include <gtest/gtest.h>
 #include <optional>
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using platform::ErrorNumber;
 using store::Value;
-using testing_support::errorOf;
 
 namespace {
 
@@ -38,9 +32,9 @@ void expectConversion(Conversion convert, const std::optional<Expected> &expecte
 
 TEST(Value, ConvertsOrRaises)
 {
-    const auto null = ErrorNumber::InvalidUseOfNull;
-    const auto mismatch = ErrorNumber::TypeMismatch;
-    const auto overflow = ErrorNumber::Overflow;
+    const auto null = InvalidUseOfNull;
+    const auto mismatch = TypeMismatch;
+    const auto overflow = Overflow;
     const Conversions cases[] = {
         {Value(), {}, {}, {}, null},
         {7, 7, 7.0, u"7"_s, {}},
@@ -74,5 +68,5 @@ TEST(Value, IsTrueForAnyNumberButZero)
         EXPECT_EQ(value.toBoolean(), Boolean::True);
     for (const Value &value : {Value(0), Value(0.0), Value(u"0"_s)})
         EXPECT_EQ(value.toBoolean(), Boolean::False);
-    EXPECT_EQ(errorOf([] { Value().toBoolean(); }), ErrorNumber::InvalidUseOfNull);
+    EXPECT_EQ(errorOf([] { Value().toBoolean(); }), InvalidUseOfNull);
 }

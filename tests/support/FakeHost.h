@@ -37,15 +37,41 @@ public:
 
     std::chrono::local_seconds now() const override { return clock; }
     std::int32_t tickCount() const override { return ticks; }
-    void sleep(std::chrono::milliseconds duration) override;
+    void sleep(std::chrono::milliseconds duration) override
+    {
+        sleeps << duration;
+        if (onSleep)
+            onSleep(duration);
+        clock += std::chrono::floor<std::chrono::seconds>(duration);
+        ticks = static_cast<std::int32_t>(static_cast<std::uint32_t>(ticks + duration.count()));
+    }
     void beep() override { ++beeps; }
     QString programFolder() const override { return folder() + QStringLiteral("/program"); }
     QString settingsDirectory() const override { return folder() + QStringLiteral("/settings"); }
-    void openTextEditor(const QString &path, std::function<void()> onFailure) override;
-    void showMessage(const QString &title, const QString &text,
-                     platform::MessageIcon icon) override;
-    bool ask(const QString &title, const QString &question) override;
-    QString chooseFolder(QWidget *owner, const QString &title) override;
+    void openTextEditor(const QString &path, std::function<void()> onFailure) override
+    {
+        openedInEditor << path;
+        if (!hasEditor)
+            onFailure();
+    }
+    void showMessage(const QString &title, const QString &text, platform::MessageIcon icon) override
+    {
+        messages << title + QStringLiteral(" | ") + text;
+        messageIcons << icon;
+        if (onMessage)
+            onMessage();
+    }
+    bool ask(const QString &title, const QString &question) override
+    {
+        questions << title + QStringLiteral(" | ") + question;
+        return !answers.isEmpty() && answers.takeFirst();
+    }
+    QString chooseFolder(QWidget *owner, const QString &title) override
+    {
+        lastFolderOwner = owner;
+        folderQuestions << title;
+        return folderChoices.isEmpty() ? QString() : folderChoices.takeFirst();
+    }
     void endProgram(int status) override { endings << status; }
 
 private:
@@ -61,11 +87,5 @@ constexpr std::chrono::local_seconds moment(int year, unsigned month, unsigned d
                                      std::chrono::day{day}}} +
            hours{hour} + minutes{minute} + seconds{second};
 }
-
-/// A file's bytes, or an empty array when there is none.
-QByteArray fileBytes(const QString &path);
-
-/// Makes a file, with its folder, that holds the bytes.
-void makeFile(const QString &path, const QByteArray &bytes);
 
 } // namespace testing_support

@@ -1,164 +1,124 @@
 #include "controls/DL/Address.h"
 #include "tests/controls/DL/Downloads.h"
-#include "tests/support/Print.h"
-
-#include <string>
-#include <vector>
-
-using namespace Qt::StringLiterals;
-using testing_support::Answer;
-using testing_support::Ending;
-using testing_support::Framing;
-using testing_support::Station;
 
 static const QByteArray Audio = QByteArray("0123456789").repeated(300);
 
-struct AnswerCase
+static Answer status(int status, const QByteArrayList &headers = {})
 {
-    const char *name;
-    Answer answer;
-    qint32 downloaded;
-    qint32 total;
-    QByteArray file = {}; ///< at the destination; empty for none
-};
-
-static void PrintTo(const AnswerCase &row, std::ostream *out)
-{
-    *out << row.name;
+    return {.status = status, .headers = headers, .body = Audio};
 }
 
-class AnswersTest : public Downloads, public testing::WithParamInterface<AnswerCase>
-{};
-
-TEST_P(AnswersTest, GivesCountsAndFile)
+static Answer withHeader(const QByteArray &header, Framing framing = Framing::Length)
 {
-    const AnswerCase &row = GetParam();
-    station.answer(u"/raw.mp2"_s, row.answer);
-    station.answer(u"/elsewhere.mp2"_s, {.body = Audio});
-    station.answer(u"/elsewhere-chunked.mp2"_s, {.body = Audio, .framing = Framing::Chunked});
-    controls::DL dl;
-    QSignalSpy progress(&dl, &controls::DL::Progress);
+    return {.headers = {header}, .body = Audio, .framing = framing, .ending = Ending::Close};
+}
 
-    EXPECT_EQ(download(dl, Station::url(u"/raw.mp2"_s), destination()),
-              (Counts{row.downloaded, row.total}));
+static Answer announcing(qint64 length)
+{
+    return {.body = Audio, .announced = length, .ending = Ending::Close};
+}
 
-    EXPECT_EQ(contents(destination()).value_or(QByteArray()), row.file);
-    EXPECT_EQ(temporaryFiles().size(), row.file.isEmpty() ? 1 : 0);
-    if (row.downloaded == 0)
-        EXPECT_TRUE(progress.isEmpty());
-    else
-        EXPECT_EQ(countsOf(progress.last()), (Counts{row.downloaded, row.total}));
+static Answer cutAfter(qsizetype bytes)
+{
+    return {.body = Audio, .cutAfter = bytes, .ending = Ending::Close};
+}
+
+static Answer raw(const QByteArray &answer, Ending ending = Ending::Close)
+{
+    return {.raw = answer, .ending = ending};
 }
 
 static Answer redirect(const QByteArray &target)
 {
-    return {.status = 302, .headers = {"Location: " + target}, .body = "Moved"};
+    return status(302, {"Location: " + target});
 }
 
-static const std::vector<AnswerCase> Answers = {
-    {"Whole", {.body = Audio}, 3000, 3000, Audio},
-    {"WholeThenClosed", {.body = Audio, .ending = Ending::Close}, 3000, 3000, Audio},
-    {"Empty", {}, 0, 0},
-    {"LessThanAnnounced", {.body = Audio, .announced = 4000, .ending = Ending::Close}, 3000, 4000},
-    {"BrokenOff", {.body = Audio, .cutAfter = 10, .ending = Ending::Close}, 10, 3000},
-    {"NothingAfterTheHead", {.body = Audio, .cutAfter = 0, .ending = Ending::Close}, 0, 3000},
+// The counts that an answer leads to. A file of as many bytes comes of those that agree.
+static const std::tuple<const char *, Answer, Counts> Answers[] = {
+    {"whole", {.body = Audio}, {3000, 3000}},
+    {"whole, then closed", announcing(3000), {3000, 3000}},
+    {"empty", {}, {0, 0}},
+    {"less than announced", announcing(4000), {3000, 4000}},
+    {"broken off", cutAfter(10), {10, 3000}},
+    {"nothing after the head", cutAfter(0), {0, 3000}},
     // HTTP ends a body at its announced length; what follows belongs to nothing.
-    {"MoreThanAnnounced",
-     {.body = Audio, .announced = 2000, .ending = Ending::Close},
-     2000,
-     2000,
-     Audio.left(2000)},
-    {"NoLength", {.body = Audio, .framing = Framing::UntilClose, .ending = Ending::Close}, 3000, 0},
-    {"Chunked", {.body = Audio, .framing = Framing::Chunked}, 3000, 0},
-    {"ChunkedWithItsLength",
-     {.headers = {"Content-Length: 3000"}, .body = Audio, .framing = Framing::Chunked},
-     3000,
-     3000,
-     Audio},
-    {"ChunkedBeyondItsLength",
-     {.headers = {"Content-Length: 2000"}, .body = Audio, .framing = Framing::Chunked},
-     2001,
-     2000},
-    {"ChunkedShortOfItsLength",
-     {.headers = {"Content-Length: 4000"}, .body = Audio, .framing = Framing::Chunked},
-     3000,
-     4000},
-    {"TwoLengths",
-     {.headers = {"Content-Length: 4000"}, .body = Audio, .ending = Ending::Close},
-     3000,
-     0},
-    {"TheSameLengthTwice", {.headers = {"Content-Length: 3000"}, .body = Audio}, 3000, 3000, Audio},
-    {"LengthIsNoNumber",
-     {.headers = {"Content-Length: many"},
-      .body = Audio,
-      .framing = Framing::UntilClose,
-      .ending = Ending::Close},
-     3000,
-     0},
-    {"NegativeLength", {.body = Audio, .announced = -3000, .ending = Ending::Close}, 3000, 0},
-    {"LengthOf2GiB", {.body = Audio, .announced = 1LL << 31, .ending = Ending::Close}, 3000, 0},
-    {"LengthThatWrapsTo3000",
-     {.body = Audio, .announced = (1LL << 32) + 3000, .ending = Ending::Close},
-     3000,
-     0},
-    {"NotDecoded", {.headers = {"Content-Encoding: gzip"}, .body = Audio}, 3000, 3000, Audio},
-    {"Created", {.status = 201, .body = Audio}, 3000, 3000, Audio},
-    {"NoContent", {.status = 204, .framing = Framing::UntilClose}, 0, 0},
-    {"APartUnasked", {.status = 206, .body = Audio}, 0, 0},
-    {"NotModified", {.status = 304}, 0, 0},
-    {"Unauthorized",
-     {.status = 401, .headers = {"WWW-Authenticate: Basic realm=\"x\""}, .body = Audio},
-     0,
-     0},
-    {"NotFound", {.status = 404, .body = Audio}, 0, 0},
-    {"NotFoundWithoutEnd", {.status = 404, .body = Audio, .announced = 1'000'000}, 0, 0},
-    {"ProxyRefuses", {.status = 407, .body = Audio}, 0, 0},
-    {"ServerError", {.status = 500, .body = Audio, .framing = Framing::Chunked}, 0, 0},
-    {"ContinueFirst",
-     {.raw = "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\naudio"},
-     5,
-     5,
-     "audio"},
-    {"OldProtocol",
-     {.raw = "HTTP/1.0 200 OK\r\ncontent-length:5\r\n\r\naudio", .ending = Ending::Close},
-     5,
-     5,
-     "audio"},
-    {"AnotherProtocol", {.raw = "ICY 200 OK\r\n\r\naudio", .ending = Ending::Close}, 0, 0},
-    {"HalfAHead", {.raw = "HTTP/1.1 200 OK\r\nContent-Le", .ending = Ending::Close}, 0, 0},
-    {"Silence", {.raw = "", .ending = Ending::Close}, 0, 0},
-    {"ResetAtOnce", {.raw = "", .ending = Ending::Reset}, 0, 0},
-    {"Redirect", redirect("/elsewhere.mp2"), 3000, 3000, Audio},
-    {"RedirectToAnotherHost", redirect("http://other.example/elsewhere.mp2"), 3000, 3000, Audio},
-    {"RedirectToNoLength", redirect("/elsewhere-chunked.mp2"), 3000, 0},
-    {"RedirectToNotFound", redirect("/missing.mp2"), 0, 0},
-    {"RedirectInACircle", redirect("/raw.mp2"), 0, 0},
-    {"RedirectWithoutTarget", {.status = 302, .body = Audio}, 0, 0},
-    {"RedirectWithoutHost", redirect("http:///elsewhere.mp2"), 0, 0},
-    {"RedirectToLocalFile", redirect("file:///etc/passwd"), 0, 0},
-    {"RedirectToAnotherScheme", redirect("ftp://station.example/elsewhere.mp2"), 0, 0},
-    {"RedirectToData", redirect("data:,audio"), 0, 0},
+    {"more than announced", announcing(2000), {2000, 2000}},
+    {"no length", withHeader("X: y", Framing::UntilClose), {3000, 0}},
+    {"chunked", {.body = Audio, .framing = Framing::Chunked}, {3000, 0}},
+    {"chunked, its length", withHeader("Content-Length: 3000", Framing::Chunked), {3000, 3000}},
+    {"chunked, beyond it", withHeader("Content-Length: 2000", Framing::Chunked), {2001, 2000}},
+    {"chunked, short of it", withHeader("Content-Length: 4000", Framing::Chunked), {3000, 4000}},
+    {"two lengths", withHeader("Content-Length: 4000"), {3000, 0}},
+    {"the same length twice", withHeader("Content-Length: 3000"), {3000, 3000}},
+    {"no number", withHeader("Content-Length: many", Framing::UntilClose), {3000, 0}},
+    {"negative length", announcing(-3000), {3000, 0}},
+    {"length of 2 GiB", announcing(1LL << 31), {3000, 0}},
+    {"length that wraps to 3000", announcing((1LL << 32) + 3000), {3000, 0}},
+    {"not decoded", withHeader("Content-Encoding: gzip"), {3000, 3000}},
+    {"created", status(201), {3000, 3000}},
+    {"no content", {.status = 204, .framing = Framing::UntilClose}, {0, 0}},
+    {"a part unasked", status(206), {0, 0}},
+    {"not modified", {.status = 304}, {0, 0}},
+    {"unauthorized", status(401, {"WWW-Authenticate: Basic realm=\"x\""}), {0, 0}},
+    {"not found", status(404), {0, 0}},
+    {"not found without end", {.status = 404, .body = Audio, .announced = 1'000'000}, {0, 0}},
+    {"proxy refuses", status(407), {0, 0}},
+    {"server error", {.status = 500, .body = Audio, .framing = Framing::Chunked}, {0, 0}},
+    {"continue first",
+     raw("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n01234"),
+     {5, 5}},
+    {"old protocol", raw("HTTP/1.0 200 OK\r\ncontent-length:5\r\n\r\n01234"), {5, 5}},
+    {"another protocol", raw("ICY 200 OK\r\n\r\n01234"), {0, 0}},
+    {"half a head", raw("HTTP/1.1 200 OK\r\nContent-Le"), {0, 0}},
+    {"silence", raw(""), {0, 0}},
+    {"reset at once", raw("", Ending::Reset), {0, 0}},
+    {"redirect", redirect("/elsewhere.mp2"), {3000, 3000}},
+    {"redirect to another host", redirect("http://other.example/elsewhere.mp2"), {3000, 3000}},
+    {"redirect to no length", redirect("/elsewhere-chunked.mp2"), {3000, 0}},
+    {"redirect to not found", redirect("/missing.mp2"), {0, 0}},
+    {"redirect in a circle", redirect("/raw.mp2"), {0, 0}},
+    {"redirect without target", status(302), {0, 0}},
+    {"redirect without host", redirect("http:///elsewhere.mp2"), {0, 0}},
+    {"redirect to a local file", redirect("file:///etc/passwd"), {0, 0}},
+    {"redirect to another scheme", redirect("ftp://station.example/elsewhere.mp2"), {0, 0}},
+    {"redirect to data", redirect("data:,audio"), {0, 0}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, AnswersTest, testing::ValuesIn(Answers),
-                         [](const auto &row) { return std::string(row.param.name); });
+TEST_F(Downloads, AnswersGiveCountsAndFile)
+{
+    station.answer(u"/elsewhere.mp2"_s, {.body = Audio});
+    station.answer(u"/elsewhere-chunked.mp2"_s, {.body = Audio, .framing = Framing::Chunked});
+    for (const auto &[name, answer, counts] : Answers) {
+        SCOPED_TRACE(name);
+        station.answer(u"/raw.mp2"_s, answer);
+        dl = std::make_unique<controls::DL>();
+        const QSignalSpy progress(dl.get(), &controls::DL::Progress);
+        EXPECT_EQ(download(u"/raw.mp2"_s), counts);
 
-class AddressesTest : public Downloads
-{};
+        const auto &[downloaded, total] = counts;
+        const bool isWhole = downloaded == total && total > 0;
+        EXPECT_EQ(QFile::exists(destination()), isWhole);
+        EXPECT_EQ(fileBytes(destination()), isWhole ? Audio.left(total) : QByteArray());
+        EXPECT_EQ(temporaryFiles().size(), isWhole ? 0 : 1);
+        ASSERT_EQ(progress.isEmpty(), downloaded == 0);
+        if (downloaded > 0) {
+            EXPECT_EQ(countsOf(progress.last()), counts);
+        }
+        QFile::remove(destination());
+    }
+}
 
-TEST_F(AddressesTest, FollowsTenRedirects)
+TEST_F(Downloads, FollowTenRedirects)
 {
     for (int i = 1; i <= 11; ++i)
         station.answer(u"/%1"_s.arg(i), redirect("/" + QByteArray::number(i - 1)));
     station.answer(u"/0"_s, {.body = Audio});
-    controls::DL dl;
-
-    EXPECT_EQ(download(dl, Station::url(u"/11"_s), destination()), (Counts{0, 0}));
+    EXPECT_EQ(download(u"/11"_s), Counts(0, 0));
     EXPECT_EQ(station.requests().size(), 11U);
-    EXPECT_EQ(download(dl, Station::url(u"/10"_s), destination()), (Counts{3000, 3000}));
+    EXPECT_EQ(download(u"/10"_s), Counts(3000, 3000));
 }
 
-TEST(RedirectTest, NeverLeadsDownFromHttpsToHttp)
+TEST(Redirects, NeverLeadDownFromHttpsToHttp)
 {
     const QUrl open(u"http://station.example/"_s);
     const QUrl secure(u"https://station.example/"_s);
@@ -168,46 +128,31 @@ TEST(RedirectTest, NeverLeadsDownFromHttpsToHttp)
     EXPECT_FALSE(controls::mayLeadTo(secure, open));
 }
 
-TEST_F(AddressesTest, ThatCannotBeFetchedCompleteWithoutData)
+TEST_F(Downloads, FromAddressesThatCannotBeFetchedCompleteWithoutData)
 {
     const QString secret = folder.filePath(u"secret"_s);
-    QFile(secret).open(QIODevice::NewOnly | QIODevice::WriteOnly);
-    quint16 closedPort = 0;
-    {
-        const Station gone;
-        closedPort = gone.port();
-    }
-    controls::DL dl;
-    for (const QString &address : {
-             u""_s,
-             u"raw.mp2"_s,
-             u"http://"_s,
-             u"http:///raw.mp2"_s,
-             u"http://station.example:80:80/raw.mp2"_s,
-             u"https:/:80/station.example/raw.mp2"_s,
-             u"ftp://station.example:80/raw.mp2"_s,
-             u"file://"_s + secret,
-             u"data:,audio"_s,
-             u"http://127.0.0.1:%1/raw.mp2"_s.arg(closedPort),
-         }) {
+    makeFile(secret, {});
+    const quint16 closedPort = Station().port();
+    for (const QString &address :
+         {u""_s, u"raw.mp2"_s, u"http://"_s, u"http:///raw.mp2"_s,
+          u"http://station.example:80:80/raw.mp2"_s, u"https:/:80/station.example/raw.mp2"_s,
+          u"ftp://station.example:80/raw.mp2"_s, u"file://"_s + secret, u"data:,audio"_s,
+          u"http://127.0.0.1:%1/raw.mp2"_s.arg(closedPort)}) {
         SCOPED_TRACE(address.toStdString());
-        EXPECT_EQ(download(dl, address, destination()), (Counts{0, 0}));
-        EXPECT_FALSE(contents(destination()));
+        EXPECT_EQ(download(address, destination()), Counts(0, 0));
+        EXPECT_FALSE(QFile::exists(destination()));
         EXPECT_TRUE(station.requests().empty()) << station.requests().back().target.constData();
     }
 }
 
-TEST_F(AddressesTest, AreFetchedPastCachesAndWithoutCookies)
+TEST_F(Downloads, GoPastCachesAndWithoutCookies)
 {
     station.answer(u"/a b.mp2?d=1"_s, {});
     station.answer(
         u"/a%20b.mp2?d=1"_s,
         {.headers = {"Set-Cookie: seen=1", "Cache-Control: max-age=3600"}, .body = Audio});
-    controls::DL dl;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(download(dl, u"http://station.example:80/a b.mp2?d=1#part"_s, destination()),
-                  (Counts{3000, 3000}));
-    }
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(download(u":80/a b.mp2?d=1#part"_s), Counts(3000, 3000));
     ASSERT_EQ(station.requests().size(), 2U);
     for (const auto &request : station.requests()) {
         EXPECT_EQ(request.method, "GET");

@@ -2,66 +2,45 @@
 
 #include "controls/DL/DL.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-#include <optional>
-#include <ostream>
+#include <memory>
+
+/// What an event counts: bytes downloaded and bytes in total.
+using Counts = std::pair<qint32, qint32>;
 
 /// A downloader, a station that all its requests go to, and two empty folders: one for temporary
 /// files, one for what was downloaded.
 class Downloads : public testing::Test
 {
 protected:
-    /// The counts of one event.
-    struct Counts
-    {
-        qint32 downloaded;
-        qint32 total;
-        bool operator==(const Counts &) const = default;
-        friend void PrintTo(const Counts &counts, std::ostream *out)
-        {
-            *out << counts.downloaded << " of " << counts.total;
-        }
-    };
-
     Downloads()
     {
         station.routeHere();
-        QDir(folder.path()).mkdir(QStringLiteral("temporary"));
-        QDir(folder.path()).mkdir(QStringLiteral("audio"));
+        QDir(folder.path()).mkdir(u"temporary"_s);
+        QDir(folder.path()).mkdir(u"audio"_s);
         qputenv("TMPDIR", QFile::encodeName(temporaryFolder()));
     }
 
     ~Downloads() override { qunsetenv("TMPDIR"); }
 
-    QString temporaryFolder() const { return folder.filePath(QStringLiteral("temporary")); }
-    QString destination() const { return folder.filePath(QStringLiteral("audio/raw.mp2")); }
-
-    QStringList temporaryFiles() const { return QDir(temporaryFolder()).entryList(QDir::Files); }
-
-    /// What stands in the file, or nothing when there is none.
-    static std::optional<QByteArray> contents(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
-    }
+    QString temporaryFolder() const { return folder.filePath(u"temporary"_s); }
+    QStringList temporaryFiles() const { return filesIn(temporaryFolder()); }
+    QString destination() const { return folder.filePath(u"audio/raw.mp2"_s); }
 
     static Counts countsOf(const QList<QVariant> &event)
     {
         return {event.at(0).toInt(), event.at(1).toInt()};
     }
 
-    /// Downloads the address to the destination and gives the counts of Completed. None of the
-    /// events may come before Download has returned.
-    static Counts download(controls::DL &dl, const QString &address, const QString &destination)
+    /// Downloads the address and gives the counts of Completed. None of the events may come before
+    /// Download has returned.
+    Counts download(const QString &address, const QString &path)
     {
-        QSignalSpy completed(&dl, &controls::DL::Completed);
-        dl.Download(address, destination);
+        QSignalSpy completed(dl.get(), &controls::DL::Completed);
+        dl->Download(address, path);
         EXPECT_TRUE(completed.isEmpty());
         if (!completed.isEmpty() || completed.wait(20'000))
             return countsOf(completed.first());
@@ -69,6 +48,10 @@ protected:
         return {-1, -1};
     }
 
-    testing_support::Station station;
+    /// Downloads a path of the station to the destination.
+    Counts download(const QString &path) { return download(Station::url(path), destination()); }
+
+    Station station;
     QTemporaryDir folder;
+    std::unique_ptr<controls::DL> dl = std::make_unique<controls::DL>();
 };

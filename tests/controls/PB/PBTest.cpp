@@ -1,22 +1,16 @@
 #include "controls/PB/PB.h"
 
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QAccessible>
 #include <QImage>
+#include <QPainter>
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
 #include <limits>
-#include <memory>
-#include <string>
 #include <vector>
 
-using namespace Qt::StringLiterals;
 using controls::PB;
-using platform::ErrorNumber;
-using testing_support::errorOf;
 
 namespace {
 
@@ -27,44 +21,33 @@ const QRgb OrangePixel = qRgb(0xFF, 0x80, 0x00);
 const QRgb WhitePixel = qRgb(0xFF, 0xFF, 0xFF);
 
 /// An orange bar on white in black letters, 200 by 30 without a border.
-std::unique_ptr<PB> makeBar()
+class Bar : public PB
 {
-    auto bar = std::make_unique<PB>();
-    bar->resize(200, 30);
-    bar->setBorderStyle(0);
-    bar->setForeColor(Black);
-    bar->setBackColor(White);
-    bar->setFillColor(Orange);
-    bar->setCaptionStyle(controls::captionStyle::None);
-    return bar;
-}
-
-QImage picture(PB &bar)
-{
-    return bar.grab().toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-/// The columns of the left edge that are orange from top to bottom, in the control's own pixels,
-/// or -1 when something else than white follows.
-int barWidth(PB &bar)
-{
-    const QImage image = picture(bar);
-    const auto columnIs = [&image](int x, QRgb colour) {
-        for (int y = 0; y < image.height(); ++y) {
-            if (image.pixel(x, y) != colour)
-                return false;
-        }
-        return true;
-    };
-    int x = 0;
-    while (x < image.width() && columnIs(x, OrangePixel))
-        ++x;
-    for (int rest = x; rest < image.width(); ++rest) {
-        if (!columnIs(rest, WhitePixel))
-            return -1;
+public:
+    explicit Bar(qint32 captionStyle = controls::captionStyle::None, const QString &caption = {})
+    {
+        resize(200, 30);
+        setBorderStyle(0);
+        setForeColor(Black);
+        setBackColor(White);
+        setFillColor(Orange);
+        setCaptionStyle(captionStyle);
+        setCaption(caption);
     }
-    return qRound(x / image.devicePixelRatio());
-}
+
+    QImage picture() { return grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    /// The picture in white but for its first columns, as many of the control's own pixels.
+    QImage pictureOfABar(int width)
+    {
+        QImage image = picture();
+        image.fill(WhitePixel);
+        QPainter(&image).fillRect(0, 0, width, height(), OrangePixel);
+        return image;
+    }
+
+    QWidget *pictureBox() const { return findChild<QWidget *>(u"picProgress"_s); }
+};
 
 } // namespace
 
@@ -105,16 +88,16 @@ TEST(PB, BarReachesAsFarAsTheValueInItsRange)
         {100, 0, 40, 0, 200},
         {100, 0, -40, 100, 0},
     });
-    const auto bar = makeBar();
+    Bar bar;
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << c.value << " from " << c.min << " to " << c.max);
-        bar->setMin(c.min);
-        bar->setMax(c.max);
+        bar.setMin(c.min);
+        bar.setMax(c.max);
         qint32 value = c.value;
-        bar->setValue(value);
+        bar.setValue(value);
         EXPECT_EQ(value, c.drawn);
-        EXPECT_EQ(bar->value(), c.value);
-        EXPECT_EQ(barWidth(*bar), c.width);
+        EXPECT_EQ(bar.value(), c.value);
+        EXPECT_EQ(bar.picture(), bar.pictureOfABar(c.width));
     }
 }
 
@@ -147,39 +130,33 @@ TEST(PB, CaptionFollowsTheStyle)
     });
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << "style " << c.style << ", value " << c.value);
-        const auto bar = makeBar();
-        bar->setCaptionStyle(c.style);
-        bar->setCaption(c.caption);
-        bar->setMin(c.min);
-        bar->setMax(c.max);
-        bar->setValue(c.value);
-        const QImage shown = picture(*bar);
+        Bar bar(c.style, c.caption);
+        bar.setMin(c.min);
+        bar.setMax(c.max);
+        bar.setValue(c.value);
+        const QImage shown = bar.picture();
 
-        bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
-        bar->setCaption(c.shown);
-        bar->setValue(c.value);
-        EXPECT_EQ(shown, picture(*bar));
+        bar.setCaptionStyle(controls::captionStyle::CaptionOnly);
+        bar.setCaption(c.shown);
+        bar.setValue(c.value);
+        EXPECT_EQ(shown, bar.picture());
     }
 }
 
 TEST(PB, CaptionIsCentredInTheControlsFont)
 {
-    const auto bar = makeBar();
+    Bar bar(controls::captionStyle::CaptionOnly, u"HHH"_s);
     QFont font;
     font.setPixelSize(20);
-    bar->setCaptionFont(font);
-    bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
-    bar->setCaption(u"HHH"_s);
-    bar->setValue(0);
+    bar.setCaptionFont(font);
+    bar.setValue(0);
 
-    const QImage image = picture(*bar);
+    const QImage image = bar.picture();
     QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
             if (image.pixel(x, y) != WhitePixel)
                 ink |= QRect(x, y, 1, 1);
-        }
-    }
     const double ratio = image.devicePixelRatio();
     EXPECT_NEAR(ink.center().x() / ratio, 100, 2);
     EXPECT_NEAR(ink.center().y() / ratio, 15, 3);
@@ -188,13 +165,11 @@ TEST(PB, CaptionIsCentredInTheControlsFont)
 
 TEST(PB, CaptionIsInvertedUnderTheBarAndPlainBesideIt)
 {
-    const auto bar = makeBar();
-    bar->setCaptionStyle(controls::captionStyle::CaptionOnly);
-    bar->setCaption(u"MMMMMMMM"_s);
-    bar->setValue(0);
-    const QImage plain = picture(*bar);
-    bar->setValue(50);
-    const QImage half = picture(*bar);
+    Bar bar(controls::captionStyle::CaptionOnly, u"MMMMMMMM"_s);
+    bar.setValue(0);
+    const QImage plain = bar.picture();
+    bar.setValue(50);
+    const QImage half = bar.picture();
 
     int letters = 0;
     for (int y = 0; y < plain.height(); ++y) {
@@ -217,78 +192,74 @@ TEST(PB, OnlyAssigningValueDraws)
     };
     for (const auto &[property, changed] : changes) {
         SCOPED_TRACE(property);
-        const auto bar = makeBar();
-        bar->setCaptionStyle(3);
-        bar->setCaption(u"Hourly"_s);
-        bar->setValue(40);
-        const QImage before = picture(*bar);
+        Bar bar(3, u"Hourly"_s);
+        bar.setValue(40);
+        const QImage before = bar.picture();
 
-        bar->setProperty(property, changed);
-        bar->Refresh();
-        EXPECT_EQ(picture(*bar), before);
+        bar.setProperty(property, changed);
+        bar.Refresh();
+        EXPECT_EQ(bar.picture(), before);
 
-        bar->setValue(40);
-        EXPECT_NE(picture(*bar), before);
+        bar.setValue(40);
+        EXPECT_NE(bar.picture(), before);
     }
 }
 
 TEST(PB, ResizedControlKeepsItsPictureWithBackgroundAround)
 {
-    const auto bar = makeBar();
-    bar->setValue(100);
-    bar->show();
-    bar->resize(300, 30);
-    EXPECT_EQ(bar->findChild<QWidget *>(u"picProgress"_s)->size(), QSize(300, 30));
-    EXPECT_EQ(barWidth(*bar), 200);
-    bar->setValue(100);
-    EXPECT_EQ(barWidth(*bar), 300);
+    Bar bar;
+    bar.setValue(100);
+    bar.show();
+    bar.resize(300, 30);
+    EXPECT_EQ(bar.pictureBox()->size(), QSize(300, 30));
+    EXPECT_EQ(bar.picture(), bar.pictureOfABar(200));
+    bar.setValue(100);
+    EXPECT_EQ(bar.picture(), bar.pictureOfABar(300));
 }
 
 TEST(PB, EmptyRangeRaisesAndLeavesAnEmptyPicture)
 {
-    for (const auto &[style, error] : {std::pair{0, ErrorNumber::InvalidPropertyValue},
-                                       {1, ErrorNumber::InvalidPropertyValue},
-                                       {2, ErrorNumber::DivisionByZero},
-                                       {3, ErrorNumber::DivisionByZero}}) {
+    for (const auto &[style, error] : {std::pair{0, InvalidPropertyValue},
+                                       {1, InvalidPropertyValue},
+                                       {2, DivisionByZero},
+                                       {3, DivisionByZero}}) {
         SCOPED_TRACE(style);
-        const auto bar = makeBar();
-        bar->setValue(60);
-        bar->setMin(100);
-        bar->setCaptionStyle(style);
-        bar->setCaption(u"Hourly"_s);
+        Bar bar(style, u"Hourly"_s);
+        bar.setValue(60);
+        bar.setMin(100);
         qint32 value = 130;
-        EXPECT_EQ(errorOf([&] { bar->setValue(value); }), error);
+        EXPECT_EQ(errorOf([&] { bar.setValue(value); }), error);
         EXPECT_EQ(value, 100);
-        EXPECT_EQ(bar->value(), 130);
-        EXPECT_EQ(barWidth(*bar), 0);
+        EXPECT_EQ(bar.value(), 130);
+        EXPECT_EQ(bar.picture(), bar.pictureOfABar(0));
     }
 }
 
 TEST(PB, NumbersBeyond16BitsOverflow)
 {
-    const auto bar = makeBar();
+    Bar bar;
     for (const qint32 number : {32768, -32769}) {
-        EXPECT_EQ(errorOf([&] { bar->setCaptionStyle(number); }), ErrorNumber::Overflow);
-        EXPECT_EQ(errorOf([&] { bar->setAppearance(number); }), ErrorNumber::Overflow);
+        EXPECT_EQ(errorOf([&] { bar.setCaptionStyle(number); }), Overflow);
+        EXPECT_EQ(errorOf([&] { bar.setAppearance(number); }), Overflow);
     }
-    EXPECT_EQ(bar->CaptionStyle(), 0);
-    EXPECT_EQ(bar->Appearance(), 1);
-    bar->setCaptionStyle(-32768);
-    EXPECT_EQ(bar->CaptionStyle(), -32768);
+    EXPECT_EQ(bar.CaptionStyle(), 0);
+    EXPECT_EQ(bar.Appearance(), 1);
+    bar.setCaptionStyle(-32768);
+    EXPECT_EQ(bar.CaptionStyle(), -32768);
 }
 
 TEST(PB, FractionsGoToTheNearestWholeNumberHalvesToTheEvenOne)
 {
-    const auto bar = makeBar();
+    Bar bar;
     for (const auto &[given, whole] :
          {std::pair{12.5, 12}, {13.5, 14}, {12.6, 13}, {-0.5, 0}, {99.5, 100}}) {
-        bar->setValue(given);
-        EXPECT_EQ(bar->value(), whole) << given;
-        bar->setValue(-1);
-        EXPECT_TRUE(bar->setProperty("value", given));
-        EXPECT_EQ(bar->property("value").toInt(), whole) << given;
+        bar.setValue(given);
+        EXPECT_EQ(bar.value(), whole) << given;
+        bar.setValue(-1);
+        EXPECT_TRUE(bar.setProperty("value", given));
+        EXPECT_EQ(bar.property("value").toInt(), whole) << given;
     }
-    EXPECT_EQ(errorOf([&] { bar->setValue(2147483648.0); }), ErrorNumber::Overflow);
+    EXPECT_EQ(errorOf([&] { bar.setValue(2147483648.0); }), Overflow);
 }
 
 TEST(PB, EveryPropertyButValueTellsTheHost)
@@ -299,48 +270,40 @@ TEST(PB, EveryPropertyButValueTellsTheHost)
         {"CaptionStyle", 3},  {"CaptionFont", QFont()}, {"FillColor", 0x10U},
         {"ForeColor", 0x20U}, {"BackColor", 0x30U},
     };
-    const auto bar = makeBar();
-    const QSignalSpy changed(bar.get(), &PB::propertyChanged);
+    Bar bar;
+    const QSignalSpy changed(&bar, &PB::propertyChanged);
     for (const auto &[name, value] : properties) {
         const auto before = changed.count();
-        EXPECT_TRUE(bar->setProperty(name, value)) << name;
-        EXPECT_EQ(bar->property(name), value) << name;
+        EXPECT_TRUE(bar.setProperty(name, value)) << name;
+        EXPECT_EQ(bar.property(name), value) << name;
         EXPECT_EQ(changed.count(), before + 1) << name;
     }
-    const auto before = changed.count();
-    bar->setValue(50);
-    EXPECT_EQ(changed.count(), before);
-}
-
-TEST(PB, EnabledIsThatOfThePictureOnly)
-{
-    const auto bar = makeBar();
-    bar->setEnabled(false);
-    EXPECT_FALSE(bar->findChild<QWidget *>(u"picProgress"_s)->isEnabled());
-    EXPECT_TRUE(bar->isEnabled());
+    EXPECT_FALSE(bar.pictureBox()->isEnabled()); // which Enabled is of, alone
+    EXPECT_TRUE(bar.isEnabled());
+    bar.setValue(50);
+    EXPECT_EQ(changed.count(), properties.size());
 }
 
 TEST(PB, BorderFramesThePictureInside)
 {
-    const auto bar = makeBar();
-    bar->setAppearance(0);
-    bar->setBorderStyle(1);
-    bar->setValue(100);
-    const QImage image = picture(*bar);
+    Bar bar;
+    bar.setAppearance(0);
+    bar.setBorderStyle(1);
+    bar.setValue(100);
+    const QImage image = bar.picture();
     const int one = qRound(image.devicePixelRatio());
-    EXPECT_NE(image.pixel(0, image.height() / 2), OrangePixel);
-    EXPECT_EQ(image.pixel(one, image.height() / 2), OrangePixel);
-    EXPECT_EQ(image.pixel(image.width() - one - 1, image.height() / 2), OrangePixel);
-    EXPECT_NE(image.pixel(image.width() - 1, image.height() / 2), OrangePixel);
+    const int last = image.width() - 1;
+    for (const auto &[x, isInside] :
+         {std::pair(0, false), {one, true}, {last - one, true}, {last, false}})
+        EXPECT_EQ(image.pixel(x, image.height() / 2) == OrangePixel, isInside) << x;
 }
 
 TEST(PB, IsAProgressBarToAssistiveTechnology)
 {
-    const auto bar = makeBar();
-    bar->setCaption(u"Hourly"_s);
-    bar->setMin(10);
-    bar->setValue(170);
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(bar.get());
+    Bar bar(0, u"Hourly"_s);
+    bar.setMin(10);
+    bar.setValue(170);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&bar);
     ASSERT_TRUE(accessible);
     EXPECT_EQ(accessible->role(), QAccessible::ProgressBar);
     EXPECT_EQ(accessible->text(QAccessible::Name), u"Hourly"_s);
@@ -348,6 +311,6 @@ TEST(PB, IsAProgressBarToAssistiveTechnology)
     EXPECT_EQ(accessible->valueInterface()->minimumValue().toInt(), 10);
     EXPECT_EQ(accessible->valueInterface()->maximumValue().toInt(), 100);
     EXPECT_EQ(accessible->valueInterface()->currentValue().toInt(), 100);
-    bar->setAccessibleName(u"Progress"_s);
+    bar.setAccessibleName(u"Progress"_s);
     EXPECT_EQ(accessible->text(QAccessible::Name), u"Progress"_s);
 }

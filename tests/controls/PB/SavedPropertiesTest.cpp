@@ -1,14 +1,12 @@
 #include "controls/PB/PB.h"
 #include "controls/PB/PropertyBag.h"
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 
 #include <QMap>
 #include <QStringList>
 
-#include <gtest/gtest.h>
 #include <vector>
 
-using namespace Qt::StringLiterals;
 using controls::PB;
 
 namespace {
@@ -40,9 +38,9 @@ MemoryBag savedBy(const PB &bar)
     return bag;
 }
 
-QStringList keys(const QString &line)
+QString keysSavedBy(const PB &bar)
 {
-    return line.split(u' ');
+    return savedBy(bar).stored.join(u' ');
 }
 
 /// Each saved property with what an empty bag makes of it, when it was something else before; an
@@ -85,15 +83,15 @@ TEST(SavedProperties, WrittenInOrderWithoutThoseAtTheirDefault)
 {
     PB bar;
     bar.setMax(500);
-    EXPECT_EQ(savedBy(bar).stored, keys(u"Appearance ForeColor BackColor FillColor Font "
-                                        "CaptionStyle Caption CaptionFont"_s));
+    EXPECT_EQ(keysSavedBy(bar), u"Appearance ForeColor BackColor FillColor Font "
+                                "CaptionStyle Caption CaptionFont"_s);
     bar.setCaptionStyle(3);
-    EXPECT_EQ(savedBy(bar).stored,
-              keys(u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s));
+    EXPECT_EQ(keysSavedBy(bar),
+              u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s);
     setAll(bar);
-    EXPECT_EQ(savedBy(bar).stored,
-              keys(u"Appearance ForeColor BackColor FillColor Font BorderStyle CaptionStyle "
-                   "Enabled Caption Min CaptionFont"_s));
+    EXPECT_EQ(keysSavedBy(bar),
+              u"Appearance ForeColor BackColor FillColor Font BorderStyle CaptionStyle "
+              "Enabled Caption Min CaptionFont"_s);
 }
 
 TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
@@ -102,8 +100,8 @@ TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
     setAll(bar);
     const MemoryBag empty;
     bar.readProperties(empty);
-    EXPECT_EQ(empty.lookedUp, keys(u"Appearance ForeColor BackColor FillColor BorderStyle "
-                                   "CaptionStyle Enabled Caption Max Min CaptionFont"_s));
+    EXPECT_EQ(empty.lookedUp.join(u' '), u"Appearance ForeColor BackColor FillColor BorderStyle "
+                                         "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
     for (const SavedProperty &property : savedProperties()) {
         EXPECT_EQ(bar.property(property.name),
                   property.fromEmptyBag.isValid() ? property.fromEmptyBag : property.before)

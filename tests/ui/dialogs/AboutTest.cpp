@@ -1,13 +1,9 @@
-#include "tests/support/Print.h"
+#include "tests/support/Test.h"
 #include "ui/dialogs/frmAbout.h"
 
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 TEST(About, NamesTheProgramAndItsVersionUntilItIsClosed)
 {

@@ -1,32 +1,18 @@
-#include "store/TaskStore.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 #include "ui/dialogs/frmForceDownload.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-using platform::Boolean;
-using testing_support::moment;
 
 namespace {
 
-// The window as the main window's menu opens it, over a task that is due in an hour.
+// The window as the main window's menu opens it, over a task that is due later that morning.
 class ForceDownload : public MainFormTest
 {
 protected:
-    ForceDownload()
-    {
-        addTaskAt(moment(2026, 3, 4, 11), u"Hourly"_s, u"/radio/latest.mp2"_s, u"news.mp2"_s);
-    }
+    ForceDownload() { addTaskAt(due, u"Hourly"_s, u"/radio/latest.mp2"_s, u"news.mp2"_s); }
 
     void openMain()
     {
@@ -47,7 +33,7 @@ protected:
             act();
             window->close();
         });
-        form->findChild<QAction *>(u"mnuForceDownload"_s)->trigger();
+        trigger(u"mnuForceDownload"_s);
     }
 
     void force(const QString &name)
@@ -87,19 +73,17 @@ TEST_F(ForceDownload, OffersTheTasksAndStartsWithNoneChosen)
         EXPECT_EQ(names, (QStringList{u"Hourly"_s, u"Kid's été"_s}));
     });
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"Hourly"_s);
-    EXPECT_EQ(form->DownloadEntry.DownloadTime, moment(2026, 3, 4, 11));
+    EXPECT_EQ(form->DownloadEntry.DownloadTime, due);
     EXPECT_EQ(ui::ForcedDownload, Boolean::False);
 }
 
 TEST_F(ForceDownload, TakesThePlaceOfThePendingDownload)
 {
     const QByteArray audio(123456, 'a');
-    addTask(u"Kid''s été"_s, testing_support::Station::url(u"/kids/raw.mp2"_s), u"kids.mp2"_s, 0,
-            false);
+    addTask(u"Kid''s été"_s, Station::url(u"/kids/raw.mp2"_s), u"kids.mp2"_s, 0, false);
     station.answer(u"/kids/raw.mp2"_s, {.body = audio});
     openMain();
-    QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
-                     [this] { host.ticks = 1250; });
+    onProgress([this] { host.ticks = 1250; });
     force(u"Kid's été"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadTime, moment(2026, 3, 4, 10, 0, 5));
     host.clock = moment(2026, 3, 4, 10, 0, 4);
@@ -108,14 +92,14 @@ TEST_F(ForceDownload, TakesThePlaceOfThePendingDownload)
 
     runDownload();
     EXPECT_EQ(log(), QStringList{u"Kid's été - 123.456 kB - 98.76 kB/s - Forced"_s});
-    EXPECT_EQ(testing_support::fileBytes(destination(u"kids.mp2"_s)), audio);
+    EXPECT_EQ(fileBytes(destination(u"kids.mp2"_s)), audio);
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"Hourly"_s);
     EXPECT_EQ(ui::ForcedDownload, Boolean::False);
 }
 
 TEST_F(ForceDownload, StartsNothingWhileNothingIsScheduled)
 {
-    execute(u"UPDATE Opdrachtgegevens SET Aktief = 0"_s);
+    setTasks(u"Aktief = 0"_s);
     openMain();
     force(u"Hourly"_s);
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"Hourly"_s);
@@ -128,20 +112,14 @@ TEST_F(ForceDownload, StartsNothingWhileNothingIsScheduled)
 
 TEST_F(ForceDownload, CutsTheNameOffTheAddress)
 {
-    const struct
-    {
-        QString address;
-        QString trimmed;
-        QString name;
-    } cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
         {u"  http://a/b/raw.mp2 "_s, u"http://a/b/raw.mp2"_s, u"raw.mp2"_s},
         {u"http://a/b/"_s, u"http://a/b/"_s, u""_s},
         {u"no slash"_s, u"no slash"_s, u""_s}, // as the one before has left it
     };
     openMain();
     for (const auto &[address, trimmed, name] : cases) {
-        execute(u"UPDATE Opdrachtgegevens SET Filenaam = ' own ', Download_adres = '%1'"_s.arg(
-            address));
+        setTasks(u"Filenaam = ' own ', Download_adres = '%1'"_s.arg(address));
         force(u"Hourly"_s);
         EXPECT_EQ(form->DownloadEntry.DownloadAdres, trimmed);
         EXPECT_EQ(form->DownloadEntry.Filenaam, name);
@@ -154,7 +132,7 @@ TEST_F(ForceDownload, ATaskThatIsGoneIsReported)
     openMain();
     inWindow([this] {
         QTest::keyClick(combo, Qt::Key_Down);
-        execute(u"DELETE FROM Opdrachtgegevens"_s);
+        removeAll();
         QTest::keyClick(combo, Qt::Key_Return);
     });
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});

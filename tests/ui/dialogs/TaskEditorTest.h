@@ -1,33 +1,31 @@
 #pragma once
 
+#include "tests/ui/dialogs/Editor.h"
 #include "tests/ui/main/MainFormTest.h"
-#include "ui/dialogs/frmSchedule.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 
 /// The task editor over a database of its own.
 class TaskEditorTest : public MainFormTest
 {
 protected:
     /// Without a name it adds a task.
-    void openEditor(const QString &name = {});
-
-    template <typename Control>
-    Control *control(QStringView name) const
+    void openEditor(const QString &name = {})
     {
-        return editor->findChild<Control *>(name.toString());
+        store::bNieuweOpdracht = platform::toBoolean(name.isEmpty());
+        store::sOpdrachtnaam = name;
+        editor = std::make_unique<Editor>();
+        editor->show();
+        editor->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     }
-    QString text(QStringView textBox) const { return control<QLineEdit>(textBox)->text(); }
-    void type(QStringView textBox, const QString &text) const;
-    QString minute() const;
-    void chooseMinute(const QString &minute) const;
-    QCheckBox *box(int day, int hour) const;
-    QList<int> tickedBoxes() const;
-    void clickBox(int day, int hour) const;
-    void save() const;
 
-    std::unique_ptr<ui::frmSchedule> editor;
+    QString minute() const { return editor->minutes()->text(); }
+    void chooseMinute(const QString &minute) const
+    {
+        editor->minutes()->setCurrentIndex(editor->minutes()->findText(minute));
+    }
+
+    QCheckBox *box(int day, int hour) const { return editor->box(hour + 24 * (day - 1)); }
+    void clickBox(int day, int hour) const { QTest::mouseClick(box(day, hour), Qt::LeftButton); }
+
+    std::unique_ptr<Editor> editor;
 };

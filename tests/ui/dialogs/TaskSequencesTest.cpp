@@ -1,26 +1,14 @@
-#include "store/TaskStore.h"
-#include "tests/support/Print.h"
+#include "tests/ui/dialogs/Editor.h"
 #include "tests/ui/dialogs/TaskListTest.h"
-#include "ui/dialogs/MinuteCombo.h"
-#include "ui/dialogs/frmSchedule.h"
-
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QTest>
 
 #include <algorithm>
 #include <random>
-#include <set>
 
-using namespace Qt::StringLiterals;
 using store::sOpdrachtnaam;
 
 namespace {
 
-// A task as the grid shows it, and its hours by the indexes of their boxes.
-using Task = QStringList;
 enum Field { Name, Address, FileName, Minute, Active };
-using Hours = std::set<int>;
 
 bool areEqual(const QString &name, const QString &other)
 {
@@ -45,7 +33,9 @@ struct Tables
         Hours hours;
         for (const auto &[task, hour] : slotRows)
             if (areEqual(task, name))
-                hours.insert(hour);
+                hours << hour;
+        std::sort(hours.begin(), hours.end());
+        hours.erase(std::unique(hours.begin(), hours.end()), hours.end());
         return hours;
     }
 
@@ -82,45 +72,6 @@ struct Tables
     }
 };
 
-// The task editor, with what it shows as a task and its hours.
-class Editor : public ui::frmSchedule
-{
-public:
-    using frmSchedule::frmSchedule;
-
-    ui::MinuteCombo *minutes() const { return findChild<ui::MinuteCombo *>(); }
-    QLineEdit *text(const QString &name) const { return findChild<QLineEdit *>(name); }
-    QCheckBox *box(const QString &name) const { return findChild<QCheckBox *>(name); }
-    QCheckBox *hourBox(int hour) const { return box(u"Check1_%1"_s.arg(hour)); }
-
-    Task task() const
-    {
-        return {text(u"txtOpdrachtnaam"_s)->text(), text(u"txtDownload_adres"_s)->text(),
-                text(u"txtFilenaam"_s)->text(), minutes()->text(),
-                box(u"CheckAktief"_s)->isChecked() ? u"True"_s : u"False"_s};
-    }
-
-    Hours hours() const
-    {
-        Hours hours;
-        for (int hour = 0; hour < 168; ++hour)
-            if (hourBox(hour)->isChecked())
-                hours.insert(hour);
-        return hours;
-    }
-
-    void show(const Task &task, const Hours &hours) const
-    {
-        text(u"txtOpdrachtnaam"_s)->setText(task[Name]);
-        text(u"txtDownload_adres"_s)->setText(task[Address]);
-        text(u"txtFilenaam"_s)->setText(task[FileName]);
-        minutes()->setText(task[Minute]);
-        box(u"CheckAktief"_s)->setChecked(task[Active] == u"True"_s);
-        for (int hour = 0; hour < 168; ++hour)
-            hourBox(hour)->setChecked(hours.contains(hour));
-    }
-};
-
 // The list and the real editor, worked by a user who acts at random.
 class TaskSequences : public TaskListTest, public testing::WithParamInterface<unsigned>
 {
@@ -144,8 +95,8 @@ protected:
         change(Minute, freeMinutes.itemText(pick(20)));
         change(Active, oneIn(2) ? u"True"_s : u"False"_s);
         while (hours.empty() || oneIn(2))
-            if (const int hour = pick(168); !hours.erase(hour))
-                hours.insert(hour);
+            if (const int hour = pick(168); !hours.removeOne(hour))
+                hours.insert(std::lower_bound(hours.begin(), hours.end(), hour), hour);
     }
 
     void useEditor(bool isNew)
@@ -158,14 +109,14 @@ protected:
         EXPECT_EQ(editor.task(), task);
         EXPECT_EQ(editor.hours(), hours);
         changeAtRandom(task, hours, *editor.minutes());
-        editor.show(task, hours);
+        editor.fill(task, hours);
 
         selected = isNew ? 1 : tables.rowOf(edited);
         if (oneIn(6)) {
             editor.reject();
             return;
         }
-        editor.findChild<QPushButton *>(u"Opslaan"_s)->click();
+        editor.save();
         bool saved = true;
         if (isNew)
             saved = tables.add(task, hours);
@@ -178,11 +129,11 @@ protected:
 
     void deleteAtRandom(int row)
     {
-        host.answers = {!oneIn(4)};
-        selected = host.answers[0] ? 1 : row;
-        if (host.answers[0])
+        const bool answer = !oneIn(4);
+        selected = answer ? 1 : row;
+        if (answer)
             tables.tasks.removeAt(row - 1);
-        click(u"Verwijderen"_s);
+        clickDelete(answer);
     }
 
     void act()
@@ -190,12 +141,12 @@ protected:
         const bool isNew = !canChange() || oneIn(3);
         edit = [this, isNew] { useEditor(isNew); };
         if (isNew)
-            return click(u"Toevoegen"_s);
+            return clickNew();
         const int row = 1 + pick(int(tables.tasks.size()));
         clickRow(row);
         if (oneIn(3))
             return deleteAtRandom(row);
-        click(u"Wijzigen"_s);
+        clickModify();
     }
 
     void expectTables() const

@@ -1,11 +1,7 @@
-#include "tests/support/Print.h"
 #include "tests/ui/dialogs/TaskEditorTest.h"
 
-#include <QTest>
 #include <QToolButton>
 #include <QWindow>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -44,9 +40,9 @@ protected:
     QString focused() const { return editor->focusWidget()->accessibleName(); }
 
     /// The boxes of all hours from one to another on all days from one to another.
-    static QList<int> range(int firstDay, int lastDay, int firstHour, int lastHour)
+    static Hours range(int firstDay, int lastDay, int firstHour, int lastHour)
     {
-        QList<int> boxes;
+        Hours boxes;
         for (int day = firstDay; day <= lastDay; ++day)
             for (int hour = firstHour; hour <= lastHour; ++hour)
                 boxes << hour + 24 * (day - 1);
@@ -92,65 +88,66 @@ TEST_F(WeekGrid, IsLightInEveryTheme)
 TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
 {
     clickOn(box(4, 10));
-    EXPECT_EQ(tickedBoxes(), range(4, 4, 10, 10));
+    EXPECT_EQ(editor->hours(), range(4, 4, 10, 10));
     clickOn(box(4, 10));
-    EXPECT_EQ(tickedBoxes(), QList<int>());
+    EXPECT_EQ(editor->hours(), Hours());
 
     clickOn(box(6, 5));
     press(box(2, 3));
     moveTo(centre(box(6, 6))); // passes over boxes without telling
-    EXPECT_EQ(tickedBoxes(), range(2, 6, 3, 6));
+    EXPECT_EQ(editor->hours(), range(2, 6, 3, 6));
     moveTo(centre(box(4, 4))); // and back: what is left is as it was
-    EXPECT_EQ(tickedBoxes(), range(2, 4, 3, 4) + range(6, 6, 5, 5));
+    EXPECT_EQ(editor->hours(), range(2, 4, 3, 4) + range(6, 6, 5, 5));
     moveTo(centre(box(1, 2)));
     release(box(1, 2));
     moveTo(centre(box(7, 23)));
-    EXPECT_EQ(tickedBoxes(), range(1, 2, 2, 3) + range(6, 6, 5, 5));
+    EXPECT_EQ(editor->hours(), range(1, 2, 2, 3) + range(6, 6, 5, 5));
 
     press(box(1, 2));                                    // from a ticked box on it unticks
     moveTo({editor->width() - 1, editor->height() - 1}); // beyond the last box
-    EXPECT_EQ(tickedBoxes(), QList<int>());
+    EXPECT_EQ(editor->hours(), Hours());
 }
 
 TEST_F(WeekGrid, AClickOnALabelTogglesItsColumnOrRow)
 {
     clickOn(box(7, 23));
     clickOn(label(u"Sun"_s));
-    EXPECT_EQ(tickedBoxes(), range(7, 7, 0, 23));
+    EXPECT_EQ(editor->hours(), range(7, 7, 0, 23));
     clickOn(label(u"07"_s));
-    EXPECT_EQ(tickedBoxes(), range(1, 6, 7, 7) + range(7, 7, 0, 23));
+    EXPECT_EQ(editor->hours(), range(1, 6, 7, 7) + range(7, 7, 0, 23));
     clickOn(label(u"Sun"_s));
-    EXPECT_EQ(tickedBoxes(), range(1, 6, 7, 7));
+    EXPECT_EQ(editor->hours(), range(1, 6, 7, 7));
     clickOn(label(u"07"_s)); // ticked in part counts as not ticked
-    EXPECT_EQ(tickedBoxes(), range(1, 7, 7, 7));
+    EXPECT_EQ(editor->hours(), range(1, 7, 7, 7));
     clickOn(label(u"07"_s));
-    EXPECT_EQ(tickedBoxes(), QList<int>());
+    EXPECT_EQ(editor->hours(), Hours());
 }
 
 TEST_F(WeekGrid, ArrowKeysMoveAndABlankToggles)
 {
-    control<QComboBox>(u"ComboMinuten")->setFocus();
-    const std::vector<std::tuple<Qt::Key, QString, QList<int>>> steps = {
+    editor->minutes()->setFocus();
+    const Hours tuesday = range(2, 2, 0, 23);
+    const std::tuple<Qt::Key, QString, Hours> steps[] = {
         {Qt::Key_Tab, u"Monday 00"_s, {}},
         {Qt::Key_Right, u"Tuesday 00"_s, {}},
         {Qt::Key_Down, u"Tuesday 01"_s, {}},
         {Qt::Key_Space, u"Tuesday 01"_s, {25}},
         {Qt::Key_Up, u"Tuesday 00"_s, {25}},
         {Qt::Key_Up, u"Tuesday, all hours"_s, {25}},
-        {Qt::Key_Space, u"Tuesday, all hours"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Up, u"Tuesday, all hours"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Left, u"Monday, all hours"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Left, u"Monday, all hours"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Down, u"Monday 00"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Left, u"00, all days"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Right, u"Monday 00"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Down, u"Monday 01"_s, range(2, 2, 0, 23)},
-        {Qt::Key_Tab, {}, range(2, 2, 0, 23)}, // the Save button
-        {Qt::Key_Backtab, u"Monday 01"_s, range(2, 2, 0, 23)},
+        {Qt::Key_Space, u"Tuesday, all hours"_s, tuesday},
+        {Qt::Key_Up, u"Tuesday, all hours"_s, tuesday},
+        {Qt::Key_Left, u"Monday, all hours"_s, tuesday},
+        {Qt::Key_Left, u"Monday, all hours"_s, tuesday},
+        {Qt::Key_Down, u"Monday 00"_s, tuesday},
+        {Qt::Key_Left, u"00, all days"_s, tuesday},
+        {Qt::Key_Right, u"Monday 00"_s, tuesday},
+        {Qt::Key_Down, u"Monday 01"_s, tuesday},
+        {Qt::Key_Tab, {}, tuesday}, // the Save button
+        {Qt::Key_Backtab, u"Monday 01"_s, tuesday},
     };
     for (const auto &[pressed, name, ticked] : steps) {
         key(pressed);
         EXPECT_EQ(focused(), name);
-        EXPECT_EQ(tickedBoxes(), ticked) << name.toStdString();
+        EXPECT_EQ(editor->hours(), ticked) << name.toStdString();
     }
 }

@@ -1,13 +1,8 @@
 #include "ui/main/DisplayText.h"
 
-#include "tests/support/FakeHost.h"
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace ui;
-using namespace Qt::StringLiterals;
-using testing_support::moment;
 
 static const QLocale english(QLocale::English, QLocale::UnitedStates);
 static const QLocale dutch(QLocale::Dutch, QLocale::Netherlands);

@@ -1,11 +1,20 @@
 #pragma once
 
+#include "app/Module1.h"
 #include "controls/DL/DL.h"
-#include "tests/support/FakeHost.h"
+#include "store/OpenRecordset.h"
+#include "store/TaskStore.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 #include "ui/main/MainForm.h"
 
-#include <gtest/gtest.h>
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
 #include <memory>
 
 /// The main window on a database, settings and a station of its own. The clock starts on
@@ -13,45 +22,167 @@
 class MainFormTest : public testing::Test
 {
 protected:
-    MainFormTest();
-    ~MainFormTest() override;
+    MainFormTest()
+    {
+        const QString databaseFolder = host.programFolder() + u"/database"_s;
+        QDir().mkpath(databaseFolder);
+        QDir().mkpath(destination({}));
+        QFile::copy(QStringLiteral(EMPTY_DATABASE), databaseFolder + u"/ostravelin.mdb"_s);
+        makeFile(host.settingsDirectory() + u"/Ostravelin.ini"_s,
+                 "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toUtf8() + '\n');
+        app::LoadSettings();
+        store::OpenDatabase(host.programFolder());
+        host.clock = moment(2026, 3, 4, 10);
+        host.onSleep = [this](auto) { statusesDuringPauses << status(); };
+        station.routeHere();
+    }
 
-    /// Fills the database; before openForm or between computations.
-    void execute(const QString &statement);
-    void addTask(const QString &name, const QString &address, const QString &fileName,
-                 int minute = 0, bool active = true);
-    void addSlot(const QString &name, int day, int hour);
-    /// A task whose one slot is at `due`.
-    void addTaskAt(std::chrono::local_seconds due, const QString &name, const QString &path,
-                   const QString &fileName);
+    ~MainFormTest() override
+    {
+        form.reset();
+        store::rsOpdrachten.reset();
+        store::dbConnection.close();
+        ui::ForcedDownload = Boolean::False;
+    }
+
+    // The database, to be filled before openForm or between computations
+
+    static void execute(const QString &statement) { store::dbConnection.execute(statement); }
+
+    static void addTask(const QString &name, const QString &address, const QString &fileName,
+                        int minute = 0, bool active = true)
+    {
+        execute(u"INSERT INTO Opdrachtgegevens VALUES ('%1', '%2', '%3', %4, %5)"_s
+                    .arg(name, address, fileName)
+                    .arg(minute)
+                    .arg(active));
+    }
+
+    static void addSlot(const QString &name, int day, int hour)
+    {
+        execute(u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(name).arg(day).arg(hour));
+    }
+
+    /// A task whose one slot is at a moment.
+    static void addTaskAt(std::chrono::local_seconds slot, const QString &name, const QString &path,
+                          const QString &fileName)
+    {
+        const auto day = std::chrono::floor<std::chrono::days>(slot);
+        const std::chrono::hh_mm_ss time(slot - day);
+        addTask(name, Station::url(path), fileName, static_cast<int>(time.minutes().count()));
+        addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
+                static_cast<int>(time.hours().count()));
+    }
+
+    /// Changes fields of every task.
+    static void setTasks(const QString &assignments)
+    {
+        execute(u"UPDATE Opdrachtgegevens SET "_s + assignments);
+    }
+
+    static void removeAll()
+    {
+        execute(u"DELETE FROM Opdrachtgegevens"_s);
+        execute(u"DELETE FROM Tijden"_s);
+    }
 
     /// The rows of both tables, those of the tasks first, with "|" between their fields.
-    static QStringList stored();
+    static QStringList stored()
+    {
+        QStringList stored;
+        store::Recordset records(store::dbConnection);
+        for (const QString &table : {u"Opdrachtgegevens"_s, u"Tijden"_s}) {
+            const store::OpenRecordset rows(records, table);
+            for (; !rows->atEnd(); rows->moveNext()) {
+                QStringList fields;
+                for (int field = 0; field < rows->fieldNames().size(); ++field)
+                    fields << rows->value(field).toText();
+                stored << fields.join(u'|');
+            }
+        }
+        return stored;
+    }
+
+    // The window
 
     /// By default with all menu entries, which then do nothing.
-    void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}});
+    void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}})
+    {
+        form = std::make_unique<ui::MainForm>(std::move(windows));
+        countdown()->setInterval(1h);
+        form->show();
+    }
 
-    /// One tick of the countdown.
-    void tick();
-    /// One run of the timer that repeats a failed computation, if it waits.
-    void runRecomputeLater();
+    template <typename Control>
+    Control *formControl(const QString &name = {}) const
+    {
+        return form->findChild<Control *>(name);
+    }
+
+    QTimer *countdown() const { return formControl<QTimer>(u"Timer1"_s); }
+    QTimer *recompute() const { return formControl<QTimer>(u"RecomputeLater"_s); }
+
+    static void tick(QTimer *timer) { QMetaObject::invokeMethod(timer, "timeout"); }
+    void tick() { tick(countdown()); }
+    void trigger(const QString &entry) const { formControl<QAction>(entry)->trigger(); }
+
+    bool canUse(const QString &entry) const
+    {
+        const auto *menu = formControl<QMenu>(entry);
+        return (menu ? menu->menuAction() : formControl<QAction>(entry))->isEnabled();
+    }
+
+    QString labelText(const QString &name) const { return formControl<QLabel>(name)->text(); }
+    QString status() const { return labelText(u"StatusBar1Panel1"_s); }
+
+    // Downloads
+
+    /// What is to happen at each notice of a download's progress.
+    void onProgress(std::function<void()> act)
+    {
+        QObject::connect(formControl<controls::DL>(), &controls::DL::Progress, form.get(),
+                         std::move(act));
+    }
+
+    /// Looks up the next download a second before `due`, with nothing told so far.
+    void lookUpBeforeDue()
+    {
+        host.clock = due - 1s;
+        host.sleeps.clear();
+        statusesDuringPauses.clear();
+        form->ZoekVolgende();
+    }
+
     /// Moves the clock to the pending moment, ticks, and waits until the download has ended and
     /// the next one was looked up.
-    void runDownload();
-
-    QString labelText(const QString &name) const;
-    QString labelColour(const QString &name) const;
-    QString status() const { return labelText(QStringLiteral("StatusBar1Panel1")); }
-    bool canUse(const QString &entry) const;
-    bool waitsForRecompute() const;
+    void runDownload()
+    {
+        QSignalSpy completed(formControl<controls::DL>(), &controls::DL::Completed);
+        host.clock = form->DownloadEntry.DownloadTime;
+        tick();
+        if (completed.isEmpty())
+            completed.wait();
+        ASSERT_EQ(completed.size(), 1);
+    }
 
     /// The log's lines without their time stamps.
-    QStringList log() const;
-    QString destination(const QString &name) const;
-    QStringList destinationFiles() const;
+    static QStringList log()
+    {
+        QStringList lines = QString::fromUtf8(fileBytes(app::logFilePath())).split(u"\r\n"_s);
+        lines.removeLast();
+        for (QString &line : lines)
+            line.remove(0, u"dd-mm-yy hh:mm:ss - "_s.size());
+        return lines;
+    }
 
-    testing_support::FakeHost host;
-    testing_support::Station station;
+    QString destination(const QString &name) const { return host.folder() + u"/audio/"_s + name; }
+    QStringList destinationFiles() const { return filesIn(destination({})); }
+
+    /// 11:30 on the day on which the clock starts.
+    static constexpr auto due = moment(2026, 3, 4, 11, 30);
+
+    FakeHost host;
+    Station station;
     std::unique_ptr<ui::MainForm> form;
     QStringList statusesDuringPauses;
 };

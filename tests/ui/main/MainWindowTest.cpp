@@ -1,16 +1,6 @@
-#include "app/Module1.h"
-#include "platform/RuntimeError.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QAction>
 #include <QGroupBox>
-#include <QLabel>
-#include <QMenu>
-
-using namespace Qt::StringLiterals;
-using testing_support::fileBytes;
-using testing_support::moment;
 
 using MainWindow = MainFormTest;
 
@@ -18,11 +8,11 @@ TEST_F(MainWindow, HasItsControlsAndTitles)
 {
     openForm();
     EXPECT_EQ(form->windowTitle(), u"Ostravelin 1.8.1"_s);
-    EXPECT_EQ(form->findChild<QGroupBox *>(u"Frame1"_s)->title(), u"Download Countdown"_s);
+    EXPECT_EQ(formControl<QGroupBox>(u"Frame1"_s)->title(), u"Download Countdown"_s);
     for (const QString &name : {u"Label1"_s, u"Label2"_s, u"Label3"_s, u"Label4"_s, u"pBar"_s,
                                 u"ctlDownload"_s, u"StatusBar1"_s, u"Shape1"_s, u"Shape2"_s,
                                 u"Line1"_s, u"Line2"_s, u"Line3"_s, u"Line4"_s})
-        EXPECT_TRUE(form->findChild<QWidget *>(name)) << name.toStdString();
+        EXPECT_TRUE(formControl<QWidget>(name)) << name.toStdString();
 }
 
 TEST_F(MainWindow, MenusAppearWithTheirWindowsAndOpenThem)
@@ -38,7 +28,7 @@ TEST_F(MainWindow, MenusAppearWithTheirWindowsAndOpenThem)
                                                    {u"mnuOpties"_s, u"O&ptions"_s},
                                                    {u"mnuInfo"_s, u"&Info"_s}};
     for (const auto &[name, caption] : entries) {
-        auto *entry = form->findChild<QAction *>(name);
+        auto *entry = formControl<QAction>(name);
         EXPECT_EQ(entry->text(), caption);
         EXPECT_TRUE(entry->isVisible());
         entry->trigger();
@@ -47,19 +37,19 @@ TEST_F(MainWindow, MenusAppearWithTheirWindowsAndOpenThem)
 
     openForm(ui::MenuWindows());
     for (const auto &[name, caption] : entries)
-        EXPECT_FALSE(form->findChild<QAction *>(name)->isVisible());
+        EXPECT_FALSE(formControl<QAction>(name)->isVisible());
 }
 
 TEST_F(MainWindow, TheCountdownStandsStillWhileTheTaskListIsOpen)
 {
     bool counted = true;
     openForm({.taskList = [&] {
-        counted = form->findChild<QTimer *>(u"Timer1"_s)->isActive();
+        counted = countdown()->isActive();
         addTaskAt(moment(2026, 3, 4, 11), u"New"_s, u"/new"_s, u"new"_s);
     }});
-    form->findChild<QAction *>(u"mnuMutaties"_s)->trigger();
+    trigger(u"mnuMutaties"_s);
     EXPECT_FALSE(counted);
-    EXPECT_TRUE(form->findChild<QTimer *>(u"Timer1"_s)->isActive());
+    EXPECT_TRUE(countdown()->isActive());
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
 }
 
@@ -78,7 +68,7 @@ TEST_F(MainWindow, AWindowOfADisabledEntryCannotBeUsedUntilTheEntryIsEnabled)
         });
         form->showModal(window);
     }});
-    form->findChild<QAction *>(u"mnuOpties"_s)->trigger();
+    trigger(u"mnuOpties"_s);
     form->mnuInstelling(platform::Boolean::False); // the window is gone
     EXPECT_EQ(usable, (QList<bool>{false, false, true, true}));
 }
@@ -86,7 +76,7 @@ TEST_F(MainWindow, AWindowOfADisabledEntryCannotBeUsedUntilTheEntryIsEnabled)
 TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
 {
     openForm();
-    auto *entry = form->findChild<QAction *>(u"mnuLogbestand"_s);
+    auto *entry = formControl<QAction>(u"mnuLogbestand"_s);
     EXPECT_EQ(entry->text(), u"&Logfile"_s);
     entry->trigger();
     EXPECT_TRUE(QFile::exists(app::logFilePath()));
@@ -101,8 +91,8 @@ TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
 
 TEST_F(MainWindow, AnErrorInAMenuWindowIsReported)
 {
-    openForm({.about = [] { throw platform::RuntimeError(platform::ErrorNumber::NoCurrentRow); }});
-    form->findChild<QAction *>(u"mnuInfo"_s)->trigger();
+    openForm({.about = [] { throw platform::RuntimeError(NoCurrentRow); }});
+    trigger(u"mnuInfo"_s);
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
     EXPECT_EQ(host.endings, QList{1});
 }

@@ -1,28 +1,33 @@
-#include "app/Module1.h"
-#include "store/TaskStore.h"
-#include "tests/support/Print.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
 
-using namespace Qt::StringLiterals;
-using platform::Boolean;
-using testing_support::moment;
+class NextDownload : public MainFormTest
+{
+protected:
+    QString taskColour() const
+    {
+        const auto *label = formControl<QLabel>(u"Label4"_s);
+        return label->palette().color(label->foregroundRole()).name();
+    }
+};
 
-using NextDownload = MainFormTest;
-
-TEST_F(NextDownload, WithoutActiveTasksSaysSoInRed)
+TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
 {
     addTask(u"Idle"_s, u"http://station.example/a"_s, u"a"_s, 0, false);
     addSlot(u"Idle"_s, 4, 12);
     openForm();
-    EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
-    EXPECT_EQ(labelColour(u"Label4"_s), u"#ff0000"_s);
-    EXPECT_EQ(labelText(u"Label3"_s), u""_s);
-    EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
-    EXPECT_EQ(form->DownloadEntry.DownloadTime, std::chrono::local_seconds{});
-    EXPECT_FALSE(waitsForRecompute());
-    EXPECT_EQ(log(), QStringList{});
+    for (const QStringList &logged : {QStringList(), {u"Invalid use of Null"_s}}) {
+        EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
+        EXPECT_EQ(taskColour(), u"#ff0000"_s);
+        EXPECT_EQ(labelText(u"Label3"_s), u""_s);
+        EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
+        EXPECT_EQ(form->DownloadEntry.DownloadTime, std::chrono::local_seconds{});
+        EXPECT_FALSE(recompute()->isActive());
+        EXPECT_EQ(log(), logged);
+        addTask(u"No slots"_s, u"http://h/bad"_s, u"bad"_s);
+        form->ZoekVolgende();
+    }
 }
 
 TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
@@ -38,7 +43,7 @@ TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
     EXPECT_EQ(entry.Filenaam, u"late%20st.mp3"_s);
     EXPECT_EQ(entry.spcFilenaam, u" kids .mp3 "_s);
     EXPECT_EQ(entry.DownloadFlag, Boolean::True);
-    EXPECT_EQ(labelColour(u"Label4"_s), u"#008000"_s);
+    EXPECT_EQ(taskColour(), u"#008000"_s);
 }
 
 TEST_F(NextDownload, CutsTheFileNameFromTheAddress)
@@ -54,7 +59,7 @@ TEST_F(NextDownload, CutsTheFileNameFromTheAddress)
     addSlot(u"T"_s, 5, 0);
     openForm();
     for (const auto &[address, fileName] : cases) {
-        execute(u"UPDATE Opdrachtgegevens SET Download_adres = '%1'"_s.arg(address));
+        setTasks(u"Download_adres = '%1'"_s.arg(address));
         form->ZoekVolgende();
         EXPECT_EQ(form->DownloadEntry.Filenaam, fileName);
     }
@@ -77,62 +82,54 @@ TEST_F(NextDownload, SkipsRowsThatCannotBeReadWhole)
     EXPECT_EQ(form->DownloadEntry.DownloadTime, moment(2026, 3, 6, 6, 10));
     // "No number" sorts behind the chosen row, as text does behind numbers
     EXPECT_EQ(log(), QStringList(3, u"Invalid use of Null"_s));
-    EXPECT_FALSE(waitsForRecompute());
-}
-
-TEST_F(NextDownload, OnlyTasksWithoutSlotsAreNoTasks)
-{
-    addTask(u"No slots"_s, u"http://h/bad"_s, u"bad"_s);
-    openForm();
-    EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
-    EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
-    EXPECT_EQ(form->DownloadEntry.DownloadTime, std::chrono::local_seconds{});
-    EXPECT_EQ(log(), (QStringList{u"Invalid use of Null"_s}));
+    EXPECT_FALSE(recompute()->isActive());
 }
 
 TEST_F(NextDownload, AFailedComputationIsLoggedOnceAndTriedAgain)
 {
-    addTaskAt(moment(2026, 3, 4, 11), u"T"_s, u"/a"_s, u"a"_s);
+    addTaskAt(due, u"T"_s, u"/a"_s, u"a"_s);
     openForm();
+    tick();
     execute(u"ALTER TABLE Tijden RENAME TO Gone"_s);
     form->ZoekVolgende();
+    EXPECT_EQ(labelText(u"Label3"_s), u""_s);
     EXPECT_EQ(labelText(u"Label4"_s), u"No tasks"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
     EXPECT_EQ(log().size(), 1);
-    EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(recompute()->isActive());
 
     execute(u"ALTER TABLE Gone RENAME TO Tijden"_s);
-    runRecomputeLater();
+    tick(recompute());
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
     EXPECT_EQ(log().size(), 1);
-    EXPECT_FALSE(waitsForRecompute());
+    EXPECT_FALSE(recompute()->isActive());
 }
 
 TEST_F(NextDownload, AnOtherComputationCancelsTheOneThatWaits)
 {
-    addTaskAt(moment(2026, 3, 4, 11), u"T"_s, u"/a"_s, u"a"_s);
+    addTaskAt(due, u"T"_s, u"/a"_s, u"a"_s);
     openForm();
     store::rsOpdrachten->setSource(u"Tijden"_s);
     store::rsOpdrachten->open(); // in use: the computation cannot open it
     form->ZoekVolgende();
-    EXPECT_TRUE(waitsForRecompute());
+    EXPECT_TRUE(recompute()->isActive());
     EXPECT_TRUE(store::rsOpdrachten->isOpen());
     store::rsOpdrachten->close();
     form->ZoekVolgende();
-    EXPECT_FALSE(waitsForRecompute());
+    EXPECT_FALSE(recompute()->isActive());
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
 }
 
 TEST_F(NextDownload, ResetsTheDisplay)
 {
-    addTaskAt(moment(2026, 3, 4, 11), u"T"_s, u"/a"_s, u"a"_s);
+    addTaskAt(due, u"T"_s, u"/a"_s, u"a"_s);
     openForm();
-    form->findChild<QGroupBox *>(u"frameDownload"_s)->setTitle(u"Progress Download"_s);
-    form->findChild<QWidget *>(u"pBar"_s)->show();
+    formControl<QGroupBox>(u"frameDownload"_s)->setTitle(u"Progress Download"_s);
+    formControl<QWidget>(u"pBar"_s)->show();
     form->mnuInstelling(Boolean::False);
     form->ZoekVolgende();
-    EXPECT_EQ(form->findChild<QGroupBox *>(u"frameDownload"_s)->title(), u"Next Download"_s);
-    EXPECT_FALSE(form->findChild<QWidget *>(u"pBar"_s)->isVisible());
+    EXPECT_EQ(formControl<QGroupBox>(u"frameDownload"_s)->title(), u"Next Download"_s);
+    EXPECT_FALSE(formControl<QWidget>(u"pBar"_s)->isVisible());
     EXPECT_TRUE(canUse(u"mnuOpdrachten"_s));
     EXPECT_TRUE(canUse(u"mnuOpties"_s));
 }

@@ -1,28 +1,11 @@
-#include "app/Module1.h"
-#include "tests/support/Print.h"
 #include "tests/support/SampleAudio.h"
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using platform::BatchWindowKind;
-using platform::Boolean;
-using testing_support::Answer;
-using testing_support::fileBytes;
-using testing_support::makeFile;
-using testing_support::moment;
 
 namespace {
-
-constexpr auto due = moment(2026, 3, 4, 11, 30);
 
 // One task whose downloads become SPC files.
 class SpcCycle : public MainFormTest
@@ -40,15 +23,16 @@ protected:
 
     QString spcFolder(const QString &name) const { return host.folder() + u"/spc/"_s + name; }
 
-    QTimer *watch() const { return form->findChild<QTimer *>(u"Timer2"_s); }
+    void setFileName(const QString &name) { setTasks(u"Filenaam = '%1'"_s.arg(name)); }
 
-    void tickWatch() { QMetaObject::invokeMethod(watch(), "timeout"); }
+    QTimer *watch() const { return formControl<QTimer>(u"Timer2"_s); }
+
+    void tickWatch() { tick(watch()); }
 
     /// A download, and its batch up to its end.
     void runDownloadAndBatch()
     {
-        QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
-                         [this] { host.ticks += 1000; });
+        onProgress([this] { host.ticks += 1000; });
         runDownload();
         EXPECT_TRUE(watch()->isActive());
         waitForBatch();
@@ -71,7 +55,7 @@ protected:
             .leftJustified(256, '\0');
     }
 
-    const QByteArray audio = testing_support::sampleAudio(100); // 38,400 bytes
+    const QByteArray audio = sampleAudio(100); // 38,400 bytes
 };
 
 } // namespace
@@ -134,7 +118,7 @@ TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
 
 TEST_F(SpcCycle, ALongerHeaderIsLoggedAndStaysUnpadded)
 {
-    execute(u"UPDATE Opdrachtgegevens SET Filenaam = 'hourly-news.spc'"_s);
+    setFileName(u"hourly-news.spc"_s);
     station.answerOthers(Answer{.body = QByteArray(1'920'000, 'a')});
     openForm();
     runDownloadAndBatch();
@@ -160,11 +144,8 @@ TEST_F(SpcCycle, AMissingSpcFolderIsToldAndTheSpcFileStays)
 
 TEST_F(SpcCycle, EqualNamesAndFoldersLoseNothing)
 {
-    const struct
-    {
-        QString fileName;
-        QString spcFolder;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
+        // names of task and folder
         {u"latest.mp2"_s, spcFolder({})},
         {u"latest.mp2"_s, destination({})},
         {u"news.spc"_s, destination({})},
@@ -173,10 +154,9 @@ TEST_F(SpcCycle, EqualNamesAndFoldersLoseNothing)
     openForm();
     for (const auto &[fileName, folder] : cases) {
         SCOPED_TRACE((fileName + u' ' + folder).toStdString());
-        execute(u"UPDATE Opdrachtgegevens SET Filenaam = '%1'"_s.arg(fileName));
+        setFileName(fileName);
         app::sSPCmap = folder;
-        host.clock = due - 1s;
-        form->ZoekVolgende();
+        lookUpBeforeDue();
         runDownloadAndBatch();
         tickWatch();
         EXPECT_EQ(destinationFiles(), QStringList{fileName});
@@ -206,31 +186,23 @@ TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
 // A limit on the size of written files stands for a full disk, and meets the batch's process too.
 TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
 {
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const auto setLimit = [&](rlim_t bytes) {
-        const rlimit limit{bytes, unlimited.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    };
-    const struct
-    {
-        rlim_t forHeaderAndBatch;
-        rlim_t forCopy;
-        bool makesSpcFile;
-    } cases[] = {{200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
+    const std::tuple<rlim_t, rlim_t, bool> cases[] = {
+        {200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
     openForm();
     for (const auto &[forHeaderAndBatch, forCopy, makesSpcFile] : cases) {
         SCOPED_TRACE(forHeaderAndBatch);
         makeFile(destination(u"news.spc"_s), "old");
         makeFile(spcFolder(u"news.spc"_s), "old");
         makeFile(destination(u"latest.mp2"_s), audio);
-        setLimit(std::min(forHeaderAndBatch, unlimited.rlim_cur));
-        form->WriteSpcHeader();
-        waitForBatch();
-        setLimit(forCopy);
-        tickWatch();
-        setLimit(unlimited.rlim_cur);
+        {
+            const FileSizeLimit limit(forHeaderAndBatch);
+            form->WriteSpcHeader();
+            waitForBatch();
+        }
+        {
+            const FileSizeLimit limit(forCopy);
+            tickWatch();
+        }
         EXPECT_EQ(QFile(destination(u"news.spc"_s)).size(), makesSpcFile ? 256 + audio.size() : 3);
         EXPECT_EQ(fileBytes(spcFolder(u"news.spc"_s)), "old");
         EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});

@@ -1,11 +1,8 @@
 #include "ui/main/SpcHeader.h"
 
-#include "tests/support/Print.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 using namespace ui;
-using namespace Qt::StringLiterals;
 
 TEST(SpcHeader, SecondsFollowTheirRulesInBothLocales)
 {
@@ -22,20 +19,4 @@ TEST(SpcHeader, SecondsFollowTheirRulesInBothLocales)
         EXPECT_EQ(secondsText(size, u','), comma) << size;
         EXPECT_EQ(secondsText(size, u'.'), point) << size;
     }
-}
-
-TEST(SpcHeader, IsThisText)
-{
-    EXPECT_EQ(spcHeaderText(u"news.spc"_s, u"59.99"_s),
-              u"FILE: news.spc\r\n"
-              "DESCRIPTION: NL 1.8.1\r\n"
-              "SAMPLE RATE: 48000\r\n"
-              "FILTER CUTOFF: 0\r\n"
-              "SAMPLE SIZE: 16 bits\r\n"
-              "SAMPLE FORMAT: MPEG\r\n"
-              "CHANNELS: 2\r\n"
-              "SECONDS: 59.99\r\n"
-              "SAMPLES PER BLOCK: 1152\r\n"
-              "BYTES PER BLOCK: 768\r\n"
-              "EXTRA INFO: L=2/M=st/Kb=128/E=0/C=0/O=1/Em=0/A=4\x1A"_s);
 }

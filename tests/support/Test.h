@@ -1,7 +1,13 @@
 #pragma once
 
+#include "platform/Boolean.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Files.h"
 
+#include <QString>
+
+#include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
 
@@ -21,6 +27,12 @@ std::optional<platform::ErrorNumber> errorOf(Action &&action)
 
 } // namespace testing_support
 
+// Let a failed comparison show texts as text and errors by their numbers.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace platform {
 
 inline void PrintTo(ErrorNumber number, std::ostream *out)
@@ -29,3 +41,11 @@ inline void PrintTo(ErrorNumber number, std::ostream *out)
 }
 
 } // namespace platform
+
+// Included by tests only, all of which use these names.
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace testing_support;
+using platform::Boolean;
+using platform::ErrorNumber;
+using enum platform::ErrorNumber;
