@@ -42,6 +42,9 @@ public:
     /// Stops every download and removes its data. No event tells of it.
     void abandonAll();
 
+    /// In force for the downloads that start from now on.
+    void setLimits(const Limits &limits) { m_limits = limits; }
+
     /// The control never shows.
     void setVisible(bool visible) override;
 
@@ -61,7 +64,7 @@ Q_SIGNALS:
 private:
     void complete(const QString &sId);
 
-    const Limits m_limits;
+    Limits m_limits;
     QNetworkAccessManager m_network;
     QMap<QString, QString> m_pendingDestinations;
     std::map<QString, std::unique_ptr<Transfer>> m_transfers;

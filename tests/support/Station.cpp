@@ -75,6 +75,7 @@ public:
         , m_socket(*socket)
         , m_station(station)
     {
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // head and body are two writes
         m_slice.setInterval(1000ms / SlicesPerSecond);
         connect(&m_slice, &QTimer::timeout, this, [this] { send(m_bytesPerSlice); });
         connect(socket, &QTcpSocket::readyRead, this, &Client::take);
@@ -96,9 +97,11 @@ private:
 
     void start(const Answer &answer)
     {
+        if (m_ending == Ending::CloseOnReuse)
+            return m_socket.disconnectFromHost();
         m_ending = answer.ending;
-        m_socket.write(answer.raw ? *answer.raw : headOf(answer));
-        m_unsent = answer.raw ? QByteArray() : bodyOf(answer);
+        m_socket.write(answer.raw ? QByteArray() : headOf(answer));
+        m_unsent = answer.raw ? *answer.raw : bodyOf(answer);
         m_bytesPerSlice = qMax(1, answer.bytesPerSecond / SlicesPerSecond);
         if (answer.bytesPerSecond > 0)
             m_slice.start();
@@ -141,10 +144,10 @@ QByteArray Request::path() const
     return url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
 }
 
-Station::Station(quint16 port)
+Station::Station(quint16 port, const QHostAddress &address)
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
-    m_server.listen(QHostAddress::LocalHost, port);
+    m_server.listen(address, port);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
         while (QTcpSocket *socket = m_server.nextPendingConnection())
             new Client(socket, *this);

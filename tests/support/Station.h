@@ -16,8 +16,8 @@ namespace testing_support {
 enum class Framing { Length, Chunked, UntilClose };
 
 /// What becomes of the connection once everything is sent. One that is kept open serves the next
-/// request; after an unfinished answer that is a stall.
-enum class Ending { KeepOpen, Close, Reset };
+/// request; after an unfinished answer that is a stall. CloseOnReuse: kept open only until then.
+enum class Ending { KeepOpen, Close, Reset, CloseOnReuse };
 
 /// One answer of the station, sound or faulty. Every fault is one member away from a sound answer:
 ///     Answer{.body = audio, .cutAfter = 1000, .ending = Ending::Reset}
@@ -31,7 +31,7 @@ struct Answer
     std::optional<QByteArray> raw = {};     ///< sent in place of head and body
     std::optional<qsizetype> cutAfter = {}; ///< bytes sent after the head, all by default
     Ending ending = Ending::KeepOpen;
-    int bytesPerSecond = 0; ///< of the body; 0 for all at once
+    int bytesPerSecond = 0; ///< of the body or of `raw`; 0 for all at once
 };
 
 /// One request as it came in.
@@ -52,7 +52,7 @@ class Station : public QObject
 {
 public:
     /// Listens on the port; 0 for any free one. See isListening.
-    explicit Station(quint16 port = 0);
+    explicit Station(quint16 port = 0, const QHostAddress &address = QHostAddress::LocalHost);
     ~Station() override;
 
     bool isListening() const { return m_server.isListening(); }
