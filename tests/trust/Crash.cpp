@@ -10,20 +10,16 @@
 #include "ui/main/SpcHeader.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
 #include <QFileSystemWatcher>
-#include <QLineEdit>
 #include <QNetworkProxyFactory>
 #include <QProcess>
-#include <QPushButton>
 #include <QStorageInfo>
 
 #include <csignal>
+#include <filesystem>
 #include <random>
-#include <unistd.h>
 
 // Kills the program at random moments of its work and looks at what is left.
 // usage: trust_crash [KILLS-PER-OPERATION [SEED]]
@@ -35,8 +31,8 @@ using testing_support::fileBytes;
 using testing_support::makeFile;
 using testing_support::Station;
 
-static constexpr int keptTasks = 20; // at the minutes below, never deleted
-static constexpr int contents = 60;  // of the station's files
+static constexpr int keptTasks = 20; // made by the first saves
+static constexpr int mostSaves = 180;
 
 // The series of saves: a task is added, edited, renamed, then comes the next one. What a task holds
 // follows from the number of its save, so that a mixture shows.
@@ -45,40 +41,33 @@ static QString nameAfter(int save)
     return (save % 3 < 2 ? u"Task %1"_s : u"Renamed %1"_s).arg(save / 3);
 }
 
-static int minuteOf(int save)
+static QString addressAfter(int save)
 {
-    return save / 3 < keptTasks ? save / 3 : keptTasks + save / 3 % 40;
+    return Station::url(u"/%1/latest.mp2"_s.arg(save));
 }
 
-static QString pathOf(int save)
+// What the statement in killAndRestart() is to give: seven slots, all at one hour.
+static QString rowAfter(int save)
 {
-    return u"/%1/latest.mp2"_s.arg(save);
+    return u"%1|%2|%3|7|7|%4|%4"_s.arg(nameAfter(save), addressAfter(save))
+        .arg(save / 3)
+        .arg(save % 24);
 }
 
-static bool isTicked(int save, int box)
+static QStringList rowsAfter(int save)
 {
-    return box % 24 == save % 24 || box == save % 168;
+    QStringList rows;
+    for (int first = 0; first <= save; first += 3)
+        rows << rowAfter(std::min(first + 2, save));
+    return rows;
 }
 
-static QString rowOf(int save)
+// The file of a task's address: the number shows in its size and in every byte.
+static QByteArray file(int number, bool isSpc = false)
 {
-    QString row = u"%1|%2|news.spc|%3|1"_s.arg(nameAfter(save), Station::url(pathOf(save)))
-                      .arg(minuteOf(save));
-    for (int box = 0; box < 168; ++box)
-        row += isTicked(save, box) ? u",%1"_s.arg(box) : QString();
-    return row;
-}
-
-// The number of a file shows in its size and in every byte.
-static QByteArray content(int number)
-{
-    return QByteArray(1'000'000 + 10'007 * number, static_cast<char>('A' + number));
-}
-
-static QByteArray header(int number)
-{
-    const QString seconds = ui::secondsText(content(number).size(), u'.');
-    return ui::spcHeaderText(u"news.spc"_s, seconds).toLatin1().leftJustified(256, '\0');
+    const QByteArray audio(1'000'000 + 10'007 * number, static_cast<char>(number));
+    const QString header = ui::spcHeaderText(u"news.spc"_s, ui::secondsText(audio.size(), u'.'));
+    return (isSpc ? header.toLatin1().leftJustified(256, '\0') : QByteArray()) + audio;
 }
 
 namespace {
@@ -97,8 +86,13 @@ public:
 
 static void tell()
 {
-    if (write(STDOUT_FILENO, ".", 1) != 1)
-        std::_Exit(EXIT_FAILURE);
+    std::fputc('.', stdout);
+    std::fflush(stdout);
+}
+
+static void press(QObject &window, const QString &control, const char *action)
+{
+    QMetaObject::invokeMethod(window.findChild<QObject *>(control), action);
 }
 
 static void saveTask(int save)
@@ -106,15 +100,17 @@ static void saveTask(int save)
     store::bNieuweOpdracht = platform::toBoolean(save % 3 == 0);
     store::sOpdrachtnaam = save % 3 == 0 ? QString() : nameAfter(save - 1);
     ui::frmSchedule editor;
-    editor.findChild<QLineEdit *>(u"txtOpdrachtnaam"_s)->setText(nameAfter(save));
-    editor.findChild<QLineEdit *>(u"txtDownload_adres"_s)->setText(Station::url(pathOf(save)));
-    editor.findChild<QLineEdit *>(u"txtFilenaam"_s)->setText(u"news.spc"_s);
-    editor.findChild<QCheckBox *>(u"CheckAktief"_s)->setChecked(true);
-    auto *minutes = editor.findChild<QComboBox *>(u"ComboMinuten"_s);
-    minutes->setCurrentIndex(minutes->findText(QString::number(minuteOf(save))));
+    const auto fill = [&](const QString &control, const char *property, const QVariant &value) {
+        editor.findChild<QObject *>(control)->setProperty(property, value);
+    };
+    fill(u"txtOpdrachtnaam"_s, "text", nameAfter(save));
+    fill(u"txtDownload_adres"_s, "text", addressAfter(save));
+    fill(u"txtFilenaam"_s, "text", u"news.spc"_s);
+    fill(u"CheckAktief"_s, "checked", true);
+    fill(u"ComboMinuten"_s, "currentText", QString::number(save / 3));
     for (int box = 0; box < 168; ++box)
-        editor.findChild<QCheckBox *>(u"Check1_%1"_s.arg(box))->setChecked(isTicked(save, box));
-    editor.findChild<QPushButton *>(u"Opslaan"_s)->click();
+        fill(u"Check1_%1"_s.arg(box), "checked", box % 24 == save % 24);
+    press(editor, u"Opslaan"_s, "click");
     if (editor.result() != QDialog::Accepted)
         std::_Exit(EXIT_FAILURE);
 }
@@ -122,8 +118,8 @@ static void saveTask(int save)
 static void saveOptions()
 {
     ui::frmOptions options;
-    options.findChild<QCheckBox *>(u"Check1"_s)->toggle();
-    options.findChild<QPushButton *>(u"cmdApply"_s)->click();
+    press(options, u"Check1"_s, "toggle");
+    press(options, u"cmdApply"_s, "click");
 }
 
 // Goes on to the next slot as soon as the window is at rest.
@@ -181,15 +177,15 @@ struct Trial
     std::mt19937 random;
     Station &station;
 
-    QTemporaryDir folder{};
+    QTemporaryDir folder{u"/var/tmp/crash-XXXXXX"_s};
     QTemporaryDir temporary{temporaryPlace + u"/crash-XXXXXX"_s};
     QStringList folders{folder.filePath(u"audio"_s), folder.filePath(u"spc"_s),
                         folder.filePath(u"program/database"_s), temporary.path()};
-    int lastFetched = -1;
     QMap<QString, int> left{}; ///< by how many kills
 
     void run(int kills)
     {
+        qputenv("TMPDIR", temporary.path().toUtf8());
         for (const QString &path : folders)
             QDir().mkpath(path);
         QFile::copy(QStringLiteral(EMPTY_DATABASE), folders[2] + u"/ostravelin.mdb"_s);
@@ -200,14 +196,13 @@ struct Trial
         runVictim(u"save"_s, 0, 3 * keptTasks);
         fetchOneMore();
         for (int round = 1; round <= kills; ++round)
-            killAndRestart(3 * keptTasks + 99 * round);
+            killAndRestart();
         const bool isApart = QStorageInfo(temporary.path()) != QStorageInfo(folder.path());
         std::printf("%s, %s file system: %d kills, all whole. They left:\n", name,
                     isApart ? "from another" : "on one", kills);
         for (auto it = left.cbegin(); it != left.cend(); ++it)
             std::printf("%6d times %s\n", it.value(), qUtf8Printable(it.key()));
-        checkThatLeftoversGo();
-        checkLateWriter();
+        checkLeftovers();
     }
 
     void check(bool holds, const char *what)
@@ -238,63 +233,52 @@ struct Trial
         QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &process, watch);
         QObject::connect(&process, &QProcess::finished, &untilItEnds, &QEventLoop::quit);
         QTimer::singleShot(60s, &process, [&] { check(false, "the program hangs"); });
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"TMPDIR"_s, temporary.path());
-        process.setProcessEnvironment(environment);
         process.start(
             QCoreApplication::applicationFilePath(),
             {u"--victim"_s, what, folder.path(), QString::number(first), QString::number(count)});
         untilItEnds.exec();
         finished += static_cast<int>(process.readAll().size());
-        const bool wasKilled = process.exitStatus() == QProcess::CrashExit;
-        check(wasKilled == isToBeKilled && process.exitCode() == (wasKilled ? SIGKILL : 0) &&
-                  (wasKilled || finished == count),
+        const int status = isToBeKilled ? SIGKILL : 0;
+        check(process.exitCode() == status && (isToBeKilled || finished == count),
               "the program ended too soon");
         return finished;
     }
 
-    // The state before the operation in whose middle the victim was, or the state after it.
-    void killAndRestart(int first)
+    // What is left is the state before the operation in whose middle the victim was, or after it.
+    void killAndRestart()
     {
+        constexpr int first = 3 * keptTasks;
+        constexpr int another = mostSaves - 3;
         readDatabase(u"DELETE FROM Opdrachtgegevens WHERE Minuten >= %1"_s.arg(keptTasks));
+        readDatabase(u"DELETE FROM Tijden WHERE Opdrachtnaam NOT IN "
+                     "(SELECT Opdrachtnaam FROM Opdrachtgegevens)"_s);
         const QStringList stoodBefore = standing();
-        const size_t requests = station.requests().size();
-        const int finished = runVictim(victim, first, 96, true);
+        const qsizetype fetchedBefore = fetched().size();
+        const int finished = runVictim(victim, first, another - first, true);
         QStringList kinds;
         for (const QString &path : standing())
             if (!stoodBefore.contains(path))
-                kinds << u"."_s + QFileInfo(path).suffix() + u" in "_s +
-                             path.section(u'/', -2, -2).section(u'-', 0, 0);
-        kinds.sort();
-        ++left[kinds.isEmpty() ? u"nothing"_s : kinds.join(u", "_s)];
+                kinds << QFileInfo(path).suffix();
+        ++left[kinds.isEmpty() ? u"nothing"_s : kinds.join(u' ')];
 
-        QStringList rows;
-        for (int task = 0; task < keptTasks; ++task)
-            rows << rowOf(3 * task + 2);
-        QStringList rowsAfter = rows;
+        QStringList before = rowsAfter(first - 1);
+        QStringList after = before;
         if (victim == u"save") {
             // The next save comes before the look: the program itself has to mend the database.
-            runVictim(victim, first + 96, 1);
-            for (int save = first; save <= first + finished; ++save) {
-                QStringList &changed = rowsAfter;
-                if (save == first + finished)
-                    rows = rowsAfter;
-                if (save % 3 > 0)
-                    changed.removeLast();
-                changed << rowOf(save);
-            }
-            rows << rowOf(first + 96);
-            rowsAfter << rowOf(first + 96);
+            runVictim(victim, another, 1);
+            before = rowsAfter(first + finished - 1) << rowAfter(another);
+            after = rowsAfter(first + finished) << rowAfter(another);
         } else {
-            checkFiles((QList{lastFetched} + fetchedSince(requests)).mid(finished, 2));
+            checkFiles(fetched().mid(fetchedBefore - 1 + finished, 2));
         }
         check(readDatabase(u"PRAGMA integrity_check"_s) == QStringList{u"ok"_s}, "the database");
         const QStringList found = readDatabase(
-            u"SELECT Opdrachtnaam || '|' || Download_adres || '|' || Filenaam || '|' || Minuten || "
-            "'|' || Aktief || ',' || (SELECT group_concat(Dagen * 24 + Uren - 24) FROM Tijden "
-            "WHERE "
-            "Tijden.Opdrachtnaam = Opdrachtgegevens.Opdrachtnaam) FROM Opdrachtgegevens"_s);
-        check(found == rows || found == rowsAfter, "the tasks are neither those before nor after");
+            u"SELECT Taak.Opdrachtnaam || '|' || Download_adres || '|' || Minuten || '|' || "
+            u"count(*)"
+            " || '|' || count(DISTINCT Dagen) || '|' || min(Uren) || '|' || max(Uren) FROM "
+            "Opdrachtgegevens Taak LEFT JOIN Tijden ON Tijden.Opdrachtnaam = Taak.Opdrachtnaam "
+            "WHERE Aktief = 1 AND Filenaam = 'news.spc' GROUP BY Taak.rowid"_s);
+        check(found == before || found == after, "the tasks are neither those before nor after");
         fetchOneMore();
     }
 
@@ -311,40 +295,34 @@ struct Trial
         return texts;
     }
 
-    // The number of the whole content that stands there, or -1 for no file.
-    int numberIn(const QString &path, bool hasHeader)
-    {
-        const QByteArray bytes = fileBytes(path);
-        for (int number = 0; number < contents; ++number)
-            if (bytes == (hasHeader ? header(number) : QByteArray()) + content(number))
-                return number;
-        check(!QFile::exists(path), "a file is not whole");
-        return -1;
-    }
-
-    void checkFiles(const QList<int> &allowed)
-    {
-        check((QList{-1} + allowed).contains(numberIn(folders[0] + u"/latest.mp2"_s, false)),
-              "an old file came back under the address's name");
-        for (const QString &path : folders.first(isSpc ? 2 : 1))
-            check(allowed.contains(numberIn(path + u"/news.spc"_s, isSpc)),
-                  "neither the file before nor the one after is there");
-    }
-
-    QList<int> fetchedSince(size_t request) const
+    // The numbers of all files that the station was asked for.
+    QList<int> fetched() const
     {
         QList<int> numbers;
-        for (; request < station.requests().size(); ++request)
-            numbers << station.requests()[request].path().split('/')[1].toInt() % contents;
+        for (const testing_support::Request &request : station.requests())
+            numbers << request.path().split('/')[1].toInt();
         return numbers;
     }
 
     void fetchOneMore()
     {
-        const size_t requests = station.requests().size();
+        const qsizetype before = fetched().size();
         runVictim(u"fetch"_s, static_cast<int>(random() % 168), 1);
-        lastFetched = fetchedSince(requests).value(0, -2);
-        checkFiles({lastFetched});
+        check(fetched().size() > before, "nothing is fetched any more");
+        checkFiles({fetched().last()});
+    }
+
+    void checkFiles(const QList<int> &allowed)
+    {
+        const auto holdsOne = [&](const QString &path, bool isSpcFile) {
+            return std::any_of(allowed.begin(), allowed.end(), [&](int number) {
+                return fileBytes(path) == file(number, isSpcFile);
+            });
+        };
+        const QString raw = folders[0] + u"/latest.mp2"_s;
+        check(!QFile::exists(raw) || holdsOne(raw, false), "the address's file is not whole");
+        for (const QString &path : folders.first(isSpc ? 2 : 1))
+            check(holdsOne(path + u"/news.spc"_s, isSpc), "the task's file is not whole");
     }
 
     // All files but those that are meant to stay.
@@ -358,32 +336,24 @@ struct Trial
         return paths;
     }
 
-    // What a killed program could not clear away goes once it is old enough to be nobody's.
-    void checkThatLeftoversGo()
+    // What a killed program left goes once it is old enough to be nobody's. Before that, its
+    // concatenation may write on while the next one is made.
+    void checkLeftovers()
     {
-        const auto old = QDateTime::currentDateTime().addDays(-2);
+        QFile late(folders[0] + u"/.ostravelin-batch.part"_s);
+        check(!isSpc || late.open(QIODevice::WriteOnly), "there is no late writer");
+        fetchOneMore();
+        check(!isSpc || (late.write("late") == 4 && late.flush()), "there is no late writer");
+        checkFiles({fetched().last()});
+
         const qsizetype before = standing().size();
-        for (const QString &path : standing()) {
-            QFile file(path);
-            check(file.open(QIODevice::ReadWrite) &&
-                      file.setFileTime(old, QFileDevice::FileModificationTime),
-                  "a file cannot be made older");
-        }
+        for (const QString &path : standing())
+            std::filesystem::last_write_time(QFile::encodeName(path).constData(),
+                                             std::filesystem::file_time_type::clock::now() - 48h);
         fetchOneMore();
         std::printf("%6d files were there at the end, %d once they were old\n",
                     static_cast<int>(before), static_cast<int>(standing().size()));
         check(standing().isEmpty(), "leftovers stay for ever");
-    }
-
-    // The concatenation of a killed program may write on while the next one is made.
-    void checkLateWriter()
-    {
-        QFile late(folders[0] + u"/.ostravelin-batch.part"_s);
-        check(late.open(QIODevice::WriteOnly), "no late writer");
-        fetchOneMore();
-        late.write("late");
-        late.close();
-        checkFiles({lastFetched});
     }
 };
 
@@ -400,18 +370,22 @@ int main(int argc, char **argv)
         return runVictim(given[2], given[3], given[4].toInt(), given[5].toInt());
 
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    const int kills = given.value(1, u"80"_s).toInt();
+    const int kills = given.value(1, u"60"_s).toInt();
     const unsigned seed = given.size() > 2 ? given[2].toUInt() : std::random_device()();
     std::printf("%d kills for each operation, seed %u\n", kills, seed);
     Station station;
     qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(station.port()));
-    for (int save = 0; save < 3 * keptTasks + 99 * (kills + 1); ++save)
-        station.answer(pathOf(save), {.body = content(save % contents)});
-    const QString disk = QDir::tempPath();
-    Trial{"saving a task", u"save"_s, false, disk, std::mt19937(seed), station}.run(kills);
-    Trial{"a download", u"fetch"_s, false, disk, std::mt19937(seed + 1), station}.run(kills);
-    Trial{"a download", u"fetch"_s, false, u"/dev/shm"_s, std::mt19937(seed + 2), station}.run(
-        kills);
-    Trial{"an SPC file", u"fetch"_s, true, disk, std::mt19937(seed + 3), station}.run(kills);
+    for (int save = 0; save < mostSaves; ++save)
+        station.answer(u"/%1/latest.mp2"_s.arg(save), {.body = file(save)});
+    Trial{"saving a task", u"save"_s, false, u"/var/tmp"_s, std::mt19937(seed), station}.run(kills);
+    for (const auto &place : {u"/var/tmp"_s, u"/dev/shm"_s})
+        for (const bool isSpc : {false, true})
+            Trial{isSpc ? "an SPC file" : "a download",
+                  u"fetch"_s,
+                  isSpc,
+                  place,
+                  std::mt19937(seed),
+                  station}
+                .run(kills);
     return EXIT_SUCCESS;
 }
