@@ -17,6 +17,10 @@ void changeDirectory(const QString &folder);
 /// Deletes the file.
 void deleteFile(const QString &path);
 
+/// Deletes the files of the folder whose names match the wildcards and that nobody has written to
+/// for a day: what programs that were killed had no time to delete. What resists stays.
+void deleteLeftovers(const QString &folder, const QString &pattern);
+
 /// Moves a file to a path where nothing stands yet. Raises FileAlreadyExists and leaves both as
 /// they are when something does. Between file systems the data goes through a hidden name in the
 /// target's folder, so that the target's name never holds half a file.

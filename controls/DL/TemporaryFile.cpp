@@ -20,6 +20,7 @@ static QString newName()
 TemporaryFile::TemporaryFile()
     : m_file(newName())
 {
+    platform::deleteLeftovers(QDir::tempPath(), u"DL-????????????????.tmp"_s);
     if (!m_file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw platform::RuntimeError(platform::ErrorNumber::PathFileAccess,
                                      u"A temporary file cannot be made"_s);

@@ -37,12 +37,14 @@ static QString finish(QProcess &process, const ConcatenationBatch &batch)
 }
 
 // The names reach the process as arguments, behind "--" and with their folder, so that none is
-// taken for an option or by a shell.
+// taken for an option or by a shell. The process of a program that was killed may still be writing
+// under the hidden name, so the new one gets a file of its own.
 int NativeHost::startBatch(const ConcatenationBatch &batch,
                            std::function<void(const QString &)> onFailure)
 {
     auto *process = new QProcess(qApp);
     process->setStandardInputFile(QProcess::nullDevice());
+    QFile::remove(hiddenNameFor(batch));
     process->setStandardOutputFile(hiddenNameFor(batch));
     QObject::connect(process, &QProcess::finished, process, [=, this] {
         m_batchRuns = false;

@@ -2,6 +2,8 @@
 
 #include "platform/RuntimeError.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -86,6 +88,7 @@ static int renameReplacing(const QByteArray &from, const QByteArray &to)
 static void copyThenRename(const QString &from, const QString &to,
                            int (*finish)(const QByteArray &, const QByteArray &))
 {
+    deleteLeftovers(folderOf(to), u".ostravelin-*.part"_s);
     const QByteArray hidden = QFile::encodeName(folderOf(to) + u".ostravelin-"_s +
                                                 QString::number(getpid()) + u".part"_s);
     std::error_code error;
@@ -138,6 +141,15 @@ void deleteFile(const QString &path)
     requireFile(path);
     if (unlink(QFile::encodeName(path).constData()) != 0)
         raiseSystemError(errno);
+}
+
+void deleteLeftovers(const QString &folder, const QString &pattern)
+{
+    const QDateTime yesterday = QDateTime::currentDateTimeUtc().addDays(-1);
+    const auto kinds = QDir::Files | QDir::Hidden | QDir::NoSymLinks;
+    for (const QFileInfo &file : QDir(folder).entryInfoList({pattern}, kinds))
+        if (file.lastModified() < yesterday)
+            QFile::remove(file.filePath());
 }
 
 void moveFile(const QString &from, const QString &to)

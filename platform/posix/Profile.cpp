@@ -143,8 +143,10 @@ bool writeProfile(const QString &path, const QString &section, const QString &ke
         return false;
     Lines written = lines.value_or(Lines{});
     setValue(written, section, key, value);
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(written.join()) >= 0 && file.commit();
+    const QByteArray bytes = written.join();
+    QSaveFile file(path); // unbuffered: a commit does not mind what its buffer could not store
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(bytes) == bytes.size() && file.commit();
 }
 
 } // namespace platform

@@ -9,7 +9,8 @@
 #include "store/TaskStore.h"
 #include "ui/main/ElidedLabel.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QLabel>
 #include <QMenuBar>
 #include <QWindow>
@@ -127,11 +128,11 @@ void MainForm::showStatus(const QString &text)
     m_statusPanel->setAccessibleName(u"Status: "_s + text);
 }
 
-// Blocks the window on purpose, with the status line as it is to be read meanwhile.
+// Blocks the window on purpose, with the status line as it is to be read meanwhile. No message runs
+// here: a download that began in a pause would be lost to the look-up behind it.
 void MainForm::pause(std::chrono::milliseconds duration)
 {
     paintNow(m_statusPanel);
-    QGuiApplication::sync();
     host().sleep(duration);
 }
 

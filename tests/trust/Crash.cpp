@@ -1,0 +1,378 @@
+#include "app/ErrorReport.h"
+#include "app/Module1.h"
+#include "store/OpenRecordset.h"
+#include "store/TaskStore.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Station.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/dialogs/frmSchedule.h"
+#include "ui/main/MainForm.h"
+#include "ui/main/SpcHeader.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileSystemWatcher>
+#include <QNetworkProxyFactory>
+#include <QProcess>
+#include <QStorageInfo>
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+
+// Kills the program at random moments of its work and looks at what is left.
+// usage: trust_crash [KILLS-PER-OPERATION [SEED]]
+//        trust_crash --victim OPERATION FOLDER FIRST COUNT    (what is killed: the real windows)
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using testing_support::fileBytes;
+using testing_support::makeFile;
+using testing_support::Station;
+
+static constexpr int keptTasks = 20; // made by the first saves
+static constexpr int mostSaves = 180;
+
+// The series of saves: a task is added, edited, renamed, then comes the next one. What a task holds
+// follows from the number of its save, so that a mixture shows.
+static QString nameAfter(int save)
+{
+    return (save % 3 < 2 ? u"Task %1"_s : u"Renamed %1"_s).arg(save / 3);
+}
+
+static QString addressAfter(int save)
+{
+    return Station::url(u"/%1/latest.mp2"_s.arg(save));
+}
+
+// What the statement in killAndRestart() is to give: seven slots, all at one hour.
+static QString rowAfter(int save)
+{
+    return u"%1|%2|%3|7|7|%4|%4"_s.arg(nameAfter(save), addressAfter(save))
+        .arg(save / 3)
+        .arg(save % 24);
+}
+
+static QStringList rowsAfter(int save)
+{
+    QStringList rows;
+    for (int first = 0; first <= save; first += 3)
+        rows << rowAfter(std::min(first + 2, save));
+    return rows;
+}
+
+// The file of a task's address: the number shows in its size and in every byte.
+static QByteArray file(int number, bool isSpc = false)
+{
+    const QByteArray audio(1'000'000 + 10'007 * number, static_cast<char>(number));
+    const QString header = ui::spcHeaderText(u"news.spc"_s, ui::secondsText(audio.size(), u'.'));
+    return (isSpc ? header.toLatin1().leftJustified(256, '\0') : QByteArray()) + audio;
+}
+
+namespace {
+
+// The real services, but for a clock that jumps from slot to slot and pauses that take no time.
+class VictimHost : public testing_support::FakeHost
+{
+public:
+    QString folder;
+    QString programFolder() const override { return folder + u"/program"_s; }
+    QString settingsDirectory() const override { return folder + u"/settings"_s; }
+    void endProgram(int status) override { std::_Exit(status); }
+};
+
+} // namespace
+
+static void tell()
+{
+    std::fputc('.', stdout);
+    std::fflush(stdout);
+}
+
+static void set(QObject &window, const QString &control, const char *property, const QVariant &to)
+{
+    window.findChild<QObject *>(control)->setProperty(property, to);
+}
+
+static void saveTask(int save)
+{
+    store::bNieuweOpdracht = platform::toBoolean(save % 3 == 0);
+    store::sOpdrachtnaam = save % 3 == 0 ? QString() : nameAfter(save - 1);
+    ui::frmSchedule editor;
+    set(editor, u"txtOpdrachtnaam"_s, "text", nameAfter(save));
+    set(editor, u"txtDownload_adres"_s, "text", addressAfter(save));
+    set(editor, u"txtFilenaam"_s, "text", u"news.spc"_s);
+    set(editor, u"CheckAktief"_s, "checked", true);
+    set(editor, u"ComboMinuten"_s, "currentText", QString::number(save / 3));
+    for (int box = 0; box < 168; ++box)
+        set(editor, u"Check1_%1"_s.arg(box), "checked", box % 24 == save % 24);
+    QMetaObject::invokeMethod(editor.findChild<QObject *>(u"Opslaan"_s), "click");
+    if (editor.result() != QDialog::Accepted)
+        std::_Exit(EXIT_FAILURE);
+}
+
+static void saveOptions()
+{
+    ui::frmOptions options;
+    set(options, u"Check1"_s, "checked", app::sSPC.text() == u"0");
+    QMetaObject::invokeMethod(options.findChild<QObject *>(u"cmdApply"_s), "click");
+}
+
+// Goes on to the next slot as soon as the window is at rest.
+static void fetch(VictimHost &host, int count)
+{
+    ui::MainForm form;
+    auto *countdown = form.findChild<QTimer *>(u"Timer1"_s);
+    auto *batchWatch = form.findChild<QTimer *>(u"Timer2"_s);
+    countdown->setInterval(1h);
+    batchWatch->setInterval(1ms);
+    QTimer driver;
+    int started = 0;
+    QObject::connect(&driver, &QTimer::timeout, &form, [&] {
+        if (form.DownloadEntry.DownloadFlag == platform::Boolean::False || batchWatch->isActive())
+            return;
+        if (started > 0)
+            tell();
+        if (started++ == count)
+            return QCoreApplication::quit();
+        host.clock = form.DownloadEntry.DownloadTime;
+        QMetaObject::invokeMethod(countdown, "timeout");
+    });
+    driver.start();
+    QApplication::exec();
+}
+
+// Tells that it is ready, then each finished operation.
+static int runVictim(const QString &operation, const QString &folder, int first, int count)
+{
+    VictimHost host;
+    host.folder = folder;
+    host.clock = testing_support::moment(2026, 3, 2) + std::chrono::hours(first % 168);
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
+    app::LoadSettings();
+    app::handleEvent([&] {
+        store::OpenDatabase(host.programFolder());
+        tell();
+        if (operation == u"fetch")
+            return fetch(host, count);
+        for (int number = first; number < first + count; ++number, tell())
+            operation == u"save" ? saveTask(number) : saveOptions();
+    });
+    return EXIT_SUCCESS;
+}
+
+namespace {
+
+/// One operation in folders of its own.
+struct Trial
+{
+    const char *name;
+    QString victim;
+    bool isSpc;
+    QString temporaryPlace; ///< a folder that is on another file system makes a move a copy
+    std::mt19937 random;
+    Station &station;
+
+    QTemporaryDir folder{u"/var/tmp/crash-XXXXXX"_s};
+    QTemporaryDir temporary{temporaryPlace + u"/crash-XXXXXX"_s};
+    QStringList folders{folder.filePath(u"audio"_s), folder.filePath(u"spc"_s),
+                        folder.filePath(u"program/database"_s), temporary.path()};
+    QMap<QString, int> left{}; ///< by how many kills
+
+    void run(int kills)
+    {
+        qputenv("TMPDIR", temporary.path().toUtf8());
+        for (const QString &path : folders)
+            QDir().mkpath(path);
+        QFile::copy(QStringLiteral(EMPTY_DATABASE), folders[2] + u"/ostravelin.mdb"_s);
+        makeFile(folder.filePath(u"settings/Ostravelin.ini"_s),
+                 u"[Bestandsmappen]\nBestemmingsmap=%1\nSPCmap=%2\n[Opties]\nSPC=%3\npreXP=0\n"_s
+                     .arg(folders[0], folders[1], isSpc ? u"1"_s : u"0"_s)
+                     .toUtf8());
+        runVictim(u"save"_s, 0, 3 * keptTasks);
+        fetchOneMore();
+        for (int round = 1; round <= kills; ++round)
+            killAndRestart();
+        const bool isApart = QStorageInfo(temporary.path()) != QStorageInfo(folder.path());
+        std::printf("%s, %s file system: %d kills, all whole. They left:\n", name,
+                    isApart ? "from another" : "on one", kills);
+        for (auto it = left.cbegin(); it != left.cend(); ++it)
+            std::printf("%6d times%s\n", it.value(), qUtf8Printable(it.key()));
+        checkLeftovers();
+    }
+
+    void check(bool holds, const char *what)
+    {
+        if (holds)
+            return;
+        folder.setAutoRemove(false);
+        std::printf("FAILED at %s: %s. See %s\n", name, what, qUtf8Printable(folder.path()));
+        std::exit(EXIT_FAILURE);
+    }
+
+    // Returns how many operations were told to be finished. A victim that is to be killed goes on
+    // until it is: so many milliseconds after so many files came or went.
+    int runVictim(const QString &what, int first, int count, bool isToBeKilled = false)
+    {
+        int changes = static_cast<int>(random() % 13);
+        const int delay = static_cast<int>(random() % 6);
+        int finished = -1;
+        QProcess process;
+        QFileSystemWatcher watcher(folders);
+        QEventLoop untilItEnds;
+        const auto watch = [&] {
+            finished += static_cast<int>(process.readAll().size());
+            if (isToBeKilled && finished >= 0 && changes-- == 0)
+                QTimer::singleShot(delay, Qt::PreciseTimer, &process, &QProcess::kill);
+        };
+        QObject::connect(&process, &QProcess::readyRead, &process, watch);
+        QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &process, watch);
+        QObject::connect(&process, &QProcess::finished, &untilItEnds, &QEventLoop::quit);
+        QTimer::singleShot(60s, &process, [&] { check(false, "the program hangs"); });
+        process.start(
+            QCoreApplication::applicationFilePath(),
+            {u"--victim"_s, what, folder.path(), QString::number(first), QString::number(count)});
+        untilItEnds.exec();
+        finished += static_cast<int>(process.readAll().size());
+        check(isToBeKilled ? process.exitCode() == SIGKILL
+                           : process.exitCode() == 0 && finished == count,
+              "the program ended too soon");
+        return finished;
+    }
+
+    // What is left is the state before the operation in whose middle the victim was, or after it.
+    void killAndRestart()
+    {
+        constexpr int first = 3 * keptTasks;
+        constexpr int another = mostSaves - 3;
+        readDatabase(u"DELETE FROM Opdrachtgegevens WHERE Minuten >= %1"_s.arg(keptTasks));
+        readDatabase(u"DELETE FROM Tijden WHERE Opdrachtnaam NOT IN "
+                     "(SELECT Opdrachtnaam FROM Opdrachtgegevens)"_s);
+        const QStringList stoodBefore = standing();
+        const size_t requests = station.requests().size();
+        const int finished = runVictim(victim, first, another - first, true);
+        QString kinds;
+        for (const QString &path : standing())
+            if (!stoodBefore.contains(path))
+                kinds += u" ."_s + QFileInfo(path).suffix();
+        ++left[kinds.isEmpty() ? u" nothing"_s : kinds];
+
+        QStringList before = rowsAfter(first - 1);
+        QStringList after = before;
+        if (victim == u"save") {
+            // The next save comes before the look: the program itself has to mend the database.
+            runVictim(victim, another, 1);
+            before = rowsAfter(first + finished - 1) << rowAfter(another);
+            after = rowsAfter(first + finished) << rowAfter(another);
+        } else {
+            checkFiles(requests - 1 + static_cast<size_t>(finished), 2);
+        }
+        check(readDatabase(u"PRAGMA integrity_check"_s) == QStringList{u"ok"_s}, "the database");
+        const QStringList found = readDatabase(
+            u"SELECT Taak.Opdrachtnaam || '|' || Download_adres || '|' || Minuten || '|' || "
+            "count(*) || '|' || count(DISTINCT Dagen) || '|' || min(Uren) || '|' || max(Uren) "
+            "FROM Opdrachtgegevens Taak LEFT JOIN Tijden ON Tijden.Opdrachtnaam = "
+            "Taak.Opdrachtnaam WHERE Aktief = 1 AND Filenaam = 'news.spc' GROUP BY Taak.rowid"_s);
+        check(found == before || found == after, "the tasks are neither those before nor after");
+        fetchOneMore();
+    }
+
+    // The statement's first column.
+    QStringList readDatabase(const QString &statement)
+    {
+        QStringList texts;
+        store::OpenDatabase(folder.filePath(u"program"_s));
+        store::Recordset rows(store::dbConnection);
+        for (rows.setSource(statement), rows.open(); !rows.atEnd(); rows.moveNext())
+            texts << rows.value(0).toText();
+        rows.close();
+        store::dbConnection.close();
+        return texts;
+    }
+
+    void fetchOneMore()
+    {
+        const size_t before = station.requests().size();
+        runVictim(u"fetch"_s, static_cast<int>(random() % 168), 1);
+        check(station.requests().size() > before, "nothing is fetched any more");
+        checkFiles(station.requests().size() - 1);
+    }
+
+    // Each is to be what one of so many requests brought.
+    void checkFiles(size_t request, size_t count = 1)
+    {
+        const size_t end = std::min(request + count, station.requests().size());
+        const auto isWhole = [&](const QString &path, bool isSpcFile) {
+            bool isOne = false;
+            for (size_t i = request; i < end; ++i) {
+                const int number = station.requests()[i].path().split('/')[1].toInt();
+                isOne |= fileBytes(path) == file(number, isSpcFile);
+            }
+            return isOne;
+        };
+        const QString raw = folders[0] + u"/latest.mp2"_s;
+        check(!QFile::exists(raw) || isWhole(raw, false), "the address's file is not whole");
+        for (const QString &path : folders.first(isSpc ? 2 : 1))
+            check(isWhole(path + u"/news.spc"_s, isSpc), "the task's file is not whole");
+    }
+
+    // All files but those that are meant to stay.
+    QStringList standing() const
+    {
+        QStringList paths;
+        for (const QString &path : folders)
+            for (const QFileInfo &file : QDir(path).entryInfoList(QDir::Files | QDir::Hidden))
+                if (file.fileName() != u"ostravelin.mdb" && file.fileName() != u"news.spc")
+                    paths << file.filePath();
+        return paths;
+    }
+
+    // What a killed program left goes once it is old enough to be nobody's. Before that, its
+    // concatenation may write on while the next one is made.
+    void checkLeftovers()
+    {
+        QFile late(folders[0] + u"/.ostravelin-batch.part"_s);
+        check(!isSpc || late.open(QIODevice::WriteOnly), "there is no late writer");
+        fetchOneMore();
+        check(!isSpc || (late.write("late") == 4 && late.flush()), "there is no late writer");
+        checkFiles(station.requests().size() - 1);
+
+        const qsizetype before = standing().size();
+        for (const QString &path : standing())
+            std::filesystem::last_write_time(QFile::encodeName(path).constData(),
+                                             std::filesystem::file_time_type::clock::now() - 48h);
+        fetchOneMore();
+        std::printf("%6d files were there at the end, %d once they were old\n",
+                    static_cast<int>(before), static_cast<int>(standing().size()));
+        check(standing().isEmpty(), "leftovers stay for ever");
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_LOGGING_RULES", "*.warning=false"); // of what a display would be for
+    qputenv("LC_ALL", "C.UTF-8");
+    const QApplication application(argc, argv);
+    const QStringList given = QCoreApplication::arguments();
+    if (given.size() == 6)
+        return runVictim(given[2], given[3], given[4].toInt(), given[5].toInt());
+
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    const int kills = given.value(1, u"60"_s).toInt();
+    const unsigned seed = given.size() > 2 ? given[2].toUInt() : std::random_device()();
+    std::printf("%d kills for each operation, seed %u\n", kills, seed);
+    Station station;
+    qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(station.port()));
+    for (int save = 0; save < mostSaves; ++save)
+        station.answer(u"/%1/latest.mp2"_s.arg(save), {.body = file(save)});
+    Trial{"saving a task", u"save"_s, false, u"/var/tmp"_s, std::mt19937(seed), station}.run(kills);
+    for (const auto &at : {u"/var/tmp"_s, u"/dev/shm"_s}) {
+        Trial{"a download", u"fetch"_s, false, at, std::mt19937(seed), station}.run(kills);
+        Trial{"an SPC file", u"fetch"_s, true, at, std::mt19937(seed), station}.run(kills);
+    }
+    return EXIT_SUCCESS;
+}
