@@ -20,7 +20,7 @@ static QString newName()
 TemporaryFile::TemporaryFile()
     : m_file(newName())
 {
-    platform::deleteLeftovers(QDir::tempPath(), u"DL-????????????????.tmp"_s);
+    platform::deleteLeftovers(QDir::tempPath(), u"DL-"_s + u"[0-9a-f]"_s.repeated(16) + u".tmp"_s);
     if (!m_file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw platform::RuntimeError(platform::ErrorNumber::PathFileAccess,
                                      u"A temporary file cannot be made"_s);

@@ -2,8 +2,8 @@
 #include "app/Module1.h"
 #include "store/OpenRecordset.h"
 #include "store/TaskStore.h"
-#include "tests/support/FakeHost.h"
 #include "tests/support/Station.h"
+#include "tests/support/Test.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmSchedule.h"
 #include "ui/main/MainForm.h"
@@ -27,8 +27,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using testing_support::fileBytes;
-using testing_support::makeFile;
 using testing_support::Station;
 
 static constexpr int keptTasks = 20; // made by the first saves
