@@ -75,6 +75,7 @@ public:
         , m_socket(*socket)
         , m_station(station)
     {
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // a body follows its head
         m_slice.setInterval(1000ms / SlicesPerSecond);
         connect(&m_slice, &QTimer::timeout, this, [this] { send(m_bytesPerSlice); });
         connect(socket, &QTcpSocket::readyRead, this, &Client::take);
