@@ -123,12 +123,14 @@ protected:
         transaction.commit();
     }
 
-    // Decides what the next download meets, how long it lasts, and what the log is to tell of it.
+    // Decides what the next download meets and how long it lasts: now and then for minutes, up to
+    // the very second of a slot, its wait included.
     void prepareStation()
     {
-        m_duration = random(50) == 0 ? 1s + random(900) * 1s : 2s + random(60) * 1s;
         m_body = QByteArray(1000 + random(30'000), static_cast<char>(random(256)));
         m_outcome = random(10) == 0 ? random(4) : 4;
+        const seconds wait = outcomes[m_outcome] == fetched ? 2s : 3s;
+        m_duration = random(25) == 0 ? (1 + random(12)) * 1min - wait : 2s + random(60) * 1s;
         const testing_support::Answer answers[] = {
             {.status = 404},
             {},
