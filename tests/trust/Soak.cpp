@@ -14,8 +14,7 @@
 // files have grown since the first hundred.
 
 using namespace Qt::StringLiterals;
-using testing_support::Ending;
-using testing_support::fileBytes;
+using namespace testing_support;
 
 namespace {
 
@@ -74,13 +73,13 @@ protected:
         std::vector<int> figures = {memory.toInt()};
         for (const QString &folder : {u"/proc/self/fd"_s, u"/proc/self/task"_s, host.folder(),
                                       destination({}), spcFolder}) {
-            const std::filesystem::directory_iterator entries(folder.toStdString());
+            const auto entries = std::filesystem::directory_iterator(folder.toStdString());
             figures.push_back(static_cast<int>(std::distance(entries, {})));
         }
         return figures;
     }
 
-    const QByteArray audio = testing_support::sampleAudio(100); // 38,400 bytes
+    const QByteArray audio = sampleAudio(100); // 38,400 bytes
     const QString spcFolder = host.folder() + u"/spc"_s;
 };
 
