@@ -57,6 +57,7 @@ constexpr Event events[] = {
     {moment(2027, 10, 26, 9, 31, 10), 45min, listOpen},
     {moment(2027, 10, 27, 3, 10, 30), 6h, asleep},
     {moment(2027, 10, 31, 2, 59, 59), -1h, winterTime},
+    {moment(2027, 10, 31, 23, 40), 1min, listOpen}, // up to the week's last slot
     {moment(2027, 11, 2, 14, 20, 30), -2h, setBack},
     {moment(2027, 11, 2, 13, 0, 15), 20s, listOpen}, // among what comes again
     {moment(2027, 11, 4, 9, 0, 30), 3h, setForward},
