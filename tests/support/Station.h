@@ -72,6 +72,7 @@ public:
 
     /// Requests in the order of their arrival.
     const std::vector<Request> &requests() const { return m_requests; }
+    void forgetRequests() { m_requests.clear(); }
 
     /// Notes the request and gives its answer.
     const Answer &answerTo(const Request &request);

@@ -25,8 +25,6 @@
 // usage: trust_crash [KILLS-PER-OPERATION [SEED]]
 //        trust_crash --victim OPERATION FOLDER FIRST COUNT    (what is killed: the real windows)
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using testing_support::Station;
 
 static constexpr int keptTasks = 20; // made by the first saves

@@ -9,9 +9,6 @@
 #include <cstdio>
 #include <vector>
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-using namespace testing_support;
 using controls::Limits;
 using enum Ending;
 using enum Framing;

@@ -1,0 +1,107 @@
+#include "app/Module1.h"
+#include "tests/support/SampleAudio.h"
+#include "tests/ui/main/MainFormTest.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QThreadPool>
+
+#include <filesystem>
+
+// trust_soak [--cycles N]: thousands of downloads in one main window, every second one made into an
+// SPC file by a real process, every fifth one a failure. Fails when memory, descriptors, threads or
+// files have grown since the first hundred.
+
+namespace {
+
+constexpr int warmUp = 100;
+constexpr int mostGrowth = 1024; // KiB of memory
+
+// Ten slots take turns. Even ones are made into SPC files.
+class Soak : public MainFormTest
+{
+protected:
+    Soak()
+    {
+        for (int slot = 0; slot < 10; ++slot)
+            addTaskAt(host.clock + std::chrono::hours(slot + 1), u"Task %1"_s.arg(slot),
+                      u"/%1"_s.arg(slot), u"file%1"_s.arg(slot));
+        station.answerOthers({.body = audio});
+        station.answer(u"/3"_s, {.status = 404});
+        station.answer(u"/7"_s, {.body = audio, .cutAfter = 9, .ending = Ending::Close});
+        host.onSleep = {};
+        app::sSPCmap = spcFolder;
+        QDir().mkpath(spcFolder);
+        qputenv("TMPDIR", QFile::encodeName(host.folder()));
+        openForm();
+        QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
+                         [this] { ++host.ticks; });
+    }
+
+    void runCycle(int slot)
+    {
+        const bool makesSpc = slot % 2 == 0;
+        app::sSPC = makesSpc ? u"1"_s : u"0"_s;
+        runDownload();
+        while (makesSpc && !host.findBatchWindow(platform::BatchWindowKind::Finished))
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        auto *watch = form->findChild<QTimer *>(u"Timer2"_s);
+        if (watch->isActive())
+            QMetaObject::invokeMethod(watch, "timeout");
+        QThreadPool::globalInstance()->waitForDone(); // idle threads of the window's opening
+        host.sleeps.clear();
+        station.forgetRequests();
+
+        const QString told = slot == 3 ? u"Can not connect"_s : u"Disconnected"_s;
+        const bool fails = slot == 3 || slot == 7;
+        EXPECT_EQ(log().size(), 1);
+        EXPECT_TRUE(log().join(u'|').endsWith(fails ? told : u" kB/s"_s));
+        QFile::remove(app::logFilePath());
+        const QByteArray file = fileBytes(destination(u"file%1"_s.arg(slot)));
+        EXPECT_EQ(file.mid(makesSpc ? 256 : 0), fails ? QByteArray() : audio);
+    }
+
+    // Memory in KiB, and how many entries the folders have.
+    std::vector<int> figures() const
+    {
+        const QByteArray status = fileBytes(u"/proc/self/status"_s);
+        const auto memory = status.mid(status.indexOf("VmRSS:")).simplified().split(' ')[1];
+        std::vector<int> figures = {memory.toInt()};
+        for (const QString &folder : {u"/proc/self/fd"_s, u"/proc/self/task"_s, host.folder(),
+                                      destination({}), spcFolder}) {
+            const auto entries = std::filesystem::directory_iterator(folder.toStdString());
+            figures.push_back(static_cast<int>(std::distance(entries, {})));
+        }
+        return figures;
+    }
+
+    const QByteArray audio = sampleAudio(100); // 38,400 bytes
+    const QString spcFolder = host.folder() + u"/spc"_s;
+};
+
+} // namespace
+
+TEST_F(Soak, LeavesNothingBehind)
+{
+    const int cycles = QCoreApplication::arguments().value(2, u"20000"_s).toInt();
+    std::puts("    cycles  memory/KiB descriptors     threads temp. files audio files   SPC files");
+    std::vector<int> first;
+    for (int cycle = 1; cycle <= cycles && !HasFailure(); ++cycle) {
+        runCycle((cycle - 1) % 10);
+        if (cycle != warmUp && cycle % qMax(warmUp, cycles / 4) != 0)
+            continue;
+        std::vector<int> now = figures();
+        std::printf("%10d", cycle);
+        for (const int figure : now)
+            std::printf("%12d", figure);
+        std::puts("");
+        if (first.empty())
+            first = now;
+#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory for a while, and finds leaks by itself
+        EXPECT_LE(now[0], first[0] + mostGrowth);
+#endif
+        now[0] = first[0];
+        EXPECT_EQ(now, first);
+    }
+    EXPECT_FALSE(first.empty());
+}
