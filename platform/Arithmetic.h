@@ -45,6 +45,7 @@ inline double quotient(double dividend, double divisor)
 template <std::integral Target>
 Target roundedHalfToEven(double value)
 {
+    static_assert(sizeof(Target) <= 4, "wider bounds are not exact doubles");
     const double rounded = std::nearbyint(value);
     if (!(rounded >= std::numeric_limits<Target>::min() &&
           rounded <= std::numeric_limits<Target>::max()))

@@ -21,6 +21,9 @@ void deleteFile(const QString &path);
 /// for a day: what programs that were killed had no time to delete. What resists stays.
 void deleteLeftovers(const QString &folder, const QString &pattern);
 
+/// The hidden names under which files grow in the folder that they are meant for.
+inline const QString leftoverNames = QStringLiteral(".ostravelin-*.part");
+
 /// Moves a file to a path where nothing stands yet. Raises FileAlreadyExists and leaves both as
 /// they are when something does. Between file systems the data goes through a hidden name in the
 /// target's folder, so that the target's name never holds half a file.

@@ -29,7 +29,7 @@ public:
     void endProgram(int status) override;
 
 private:
-    bool m_batchRuns = false;
+    int m_runningBatches = 0;
 
     // The latest reading of the clock: a search through all slots asks thousands of times within
     // a second.

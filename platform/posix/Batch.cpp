@@ -14,42 +14,46 @@ using namespace Qt::StringLiterals;
 
 static constexpr std::uint32_t batchWindowHandle = 1;
 
-static QString hiddenNameFor(const ConcatenationBatch &batch)
+// Each batch has its own: the one before it, even of a program that was killed, may still be
+// writing.
+static QString newHiddenName(const QString &folder)
 {
-    return batch.folder + u".ostravelin-batch.part"_s;
+    static int count = 0;
+    return folder +
+           u".ostravelin-batch-%1-%2.part"_s.arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
 // Gives the concatenation its name. Returns why that is not possible, or an empty text.
-static QString finish(QProcess &process, const ConcatenationBatch &batch)
+static QString finish(QProcess &process, const QString &hidden, const QString &output)
 {
     const bool made = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     QString reason = made ? QString() : QString::fromLocal8Bit(process.readAllStandardError());
     try {
         if (made)
-            replaceFile(hiddenNameFor(batch), batch.folder + batch.output);
+            replaceFile(hidden, output);
     } catch (const RuntimeError &error) {
         reason = error.description();
     }
     if (!made && reason.isEmpty())
         reason = u"the process was ended"_s;
-    QFile::remove(hiddenNameFor(batch)); // nothing is left of it after a success
+    QFile::remove(hidden); // nothing is left of it after a success
     return reason.simplified();
 }
 
 // The names reach the process as arguments, behind "--" and with their folder, so that none is
-// taken for an option or by a shell. The process of a program that was killed may still be writing
-// under the hidden name, so the new one gets a file of its own.
+// taken for an option or by a shell.
 int NativeHost::startBatch(const ConcatenationBatch &batch,
                            std::function<void(const QString &)> onFailure)
 {
     auto *process = new QProcess(qApp);
     process->setStandardInputFile(QProcess::nullDevice());
-    QFile::remove(hiddenNameFor(batch));
-    process->setStandardOutputFile(hiddenNameFor(batch));
+    deleteLeftovers(batch.folder, leftoverNames);
+    const QString hidden = newHiddenName(batch.folder);
+    process->setStandardOutputFile(hidden);
     QObject::connect(process, &QProcess::finished, process, [=, this] {
-        m_batchRuns = false;
+        --m_runningBatches;
         process->deleteLater();
-        const QString reason = finish(*process, batch);
+        const QString reason = finish(*process, hidden, batch.folder + batch.output);
         if (!reason.isEmpty())
             onFailure(reason);
     });
@@ -59,13 +63,13 @@ int NativeHost::startBatch(const ConcatenationBatch &batch,
         delete process;
         throw RuntimeError(ErrorNumber::FileNotFound, reason);
     }
-    m_batchRuns = true;
+    ++m_runningBatches;
     return static_cast<int>(process->processId());
 }
 
 std::uint32_t NativeHost::findBatchWindow(BatchWindowKind kind) const
 {
-    const bool isThere = m_batchRuns == (kind == BatchWindowKind::Running);
+    const bool isThere = (m_runningBatches > 0) == (kind == BatchWindowKind::Running);
     return isThere ? batchWindowHandle : 0;
 }
 

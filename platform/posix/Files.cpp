@@ -65,30 +65,34 @@ static void requireName(const QString &path)
         throw RuntimeError(ErrorNumber::PathFileAccess);
 }
 
+static int renameReplacing(const QByteArray &from, const QByteArray &to)
+{
+    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+}
+
 // Fails with EEXIST instead of replacing. Some file systems know no such rename; a second link
-// does the same there.
+// does the same there. Where there is neither, all that is left is to look first.
 static int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
 {
     if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
         return 0;
     if (errno != EINVAL && errno != ENOSYS)
         return errno;
-    if (link(from.constData(), to.constData()) != 0)
+    if (link(from.constData(), to.constData()) == 0) {
+        unlink(from.constData());
+        return 0;
+    }
+    if (errno != EPERM && errno != ENOSYS && errno != EOPNOTSUPP)
         return errno;
-    unlink(from.constData());
-    return 0;
-}
-
-static int renameReplacing(const QByteArray &from, const QByteArray &to)
-{
-    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    struct stat status = {};
+    return lstat(to.constData(), &status) == 0 ? EEXIST : renameReplacing(from, to);
 }
 
 // Copies through a hidden name in the target's folder, and ends with one of the two renames above.
 static void copyThenRename(const QString &from, const QString &to,
                            int (*finish)(const QByteArray &, const QByteArray &))
 {
-    deleteLeftovers(folderOf(to), u".ostravelin-*.part"_s);
+    deleteLeftovers(folderOf(to), leftoverNames);
     const QByteArray hidden = QFile::encodeName(folderOf(to) + u".ostravelin-"_s +
                                                 QString::number(getpid()) + u".part"_s);
     std::error_code error;

@@ -23,10 +23,11 @@ static std::optional<Lines> readLines(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     Lines lines;
-    while (!file.atEnd())
+    while (!file.atEnd()) {
         lines.append(file.readLine());
-    if (!lines.isEmpty() && file.error() != QFileDevice::NoError)
-        return std::nullopt;
+        if (file.error() != QFileDevice::NoError)
+            return std::nullopt;
+    }
     return lines;
 }
 

@@ -16,23 +16,40 @@ namespace {
 class Batch : public testing::Test
 {
 protected:
-    QString run(const QString &audio, const QString &output)
+    void start(const QString &audio, const QString &output)
     {
-        QString failure;
+        failure.clear();
         host.startBatch({folder.path() + u'/', u"tijdelijk.bat"_s, u"header"_s, audio, output},
-                        [&](const QString &reason) { failure = reason; });
+                        [this](const QString &reason) { failure = reason; });
         EXPECT_NE(host.findBatchWindow(BatchWindowKind::Running), 0U);
         EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Finished), 0U);
+    }
+
+    void waitForEnd()
+    {
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return host.findBatchWindow(BatchWindowKind::Finished) != 0; }));
         EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Running), 0U);
+    }
+
+    QString run(const QString &audio, const QString &output)
+    {
+        start(audio, output);
+        waitForEnd();
         return failure;
+    }
+
+    // Nobody fills it, which keeps the process that reads it running.
+    void makePipe() const
+    {
+        ASSERT_EQ(mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
     }
 
     QString at(const QString &name) const { return folder.filePath(name); }
 
     QTemporaryDir folder;
     NativeHost host;
+    QString failure;
 };
 
 } // namespace
@@ -61,12 +78,26 @@ TEST_F(Batch, AFailedOneSaysWhyAndLeavesTheOldOutput)
     EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
     EXPECT_EQ(filesIn(folder.path()), (QStringList{u"header"_s, u"out"_s}));
 
-    // a pipe that nobody fills keeps the process running until it is killed
-    ASSERT_EQ(mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
+    makePipe();
     QTimer::singleShot(0, [] { qApp->findChild<QProcess *>()->kill(); });
     EXPECT_EQ(run(u"pipe"_s, u"out"_s), u"the process was ended"_s);
     EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
     EXPECT_EQ(filesIn(folder.path()), (QStringList{u"header"_s, u"out"_s})); // pipes are not listed
+}
+
+TEST_F(Batch, ASlowOneAndTheNextKeepApart)
+{
+    makeFile(at(u"header"_s), "header");
+    makeFile(at(u"audio"_s), "audio");
+    makePipe();
+    start(u"pipe"_s, u"slow"_s);
+    start(u"audio"_s, u"next"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fileBytes(at(u"next"_s)) == "headeraudio"; }));
+    EXPECT_FALSE(QFile::exists(at(u"slow"_s)));
+    EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Finished), 0U);
+    makeFile(at(u"pipe"_s), "late");
+    waitForEnd();
+    EXPECT_EQ(fileBytes(at(u"slow"_s)), "headerlate");
 }
 
 TEST(SingleByteText, ReplacesWhatTheCodePageLacks)

@@ -324,16 +324,9 @@ struct Trial
         return paths;
     }
 
-    // What a killed program left goes once it is old enough to be nobody's. Before that, its
-    // concatenation may write on while the next one is made.
+    // What a killed program left goes once it is old enough to be nobody's.
     void checkLeftovers()
     {
-        QFile late(folders[0] + u"/.ostravelin-batch.part"_s);
-        check(!isSpc || late.open(QIODevice::WriteOnly), "there is no late writer");
-        fetchOneMore();
-        check(!isSpc || (late.write("late") == 4 && late.flush()), "there is no late writer");
-        checkFiles(station.requests().size() - 1);
-
         const qsizetype before = standing().size();
         for (const QString &path : standing())
             std::filesystem::last_write_time(QFile::encodeName(path).constData(),

@@ -1,6 +1,7 @@
 #include "ui/dialogs/WeekGrid.h"
 
 #include "ui/dialogs/HourBox.h"
+#include "ui/main/DisplayText.h"
 #include "ui/main/Named.h"
 
 #include <QGridLayout>
@@ -23,11 +24,6 @@ static QString dayName(int day)
     return names[day - 1];
 }
 
-static QString hourText(int hour)
-{
-    return u"%1"_s.arg(hour, 2, 10, QChar(u'0'));
-}
-
 WeekGrid::WeekGrid(const QString &boxName)
     : m_cells(new QGridLayout(this))
 {
@@ -46,7 +42,7 @@ void WeekGrid::addLabels()
     for (int day = 1; day <= days; ++day)
         addLabel(dayName(day).first(3), dayName(day) + u", all hours"_s, 0, day);
     for (int hour = 0; hour < hours; ++hour)
-        addLabel(hourText(hour), hourText(hour) + u", all days"_s, hour + 1, 0);
+        addLabel(twoDigits(hour), twoDigits(hour) + u", all days"_s, hour + 1, 0);
     equalizeColumns();
 }
 
@@ -82,7 +78,7 @@ void WeekGrid::addBoxes(const QString &boxName)
         const int hour = hourOf(index);
         auto *box = named<HourBox>(boxName + u'_' + QString::number(index),
                                    hour % 2 == 0 ? evenHour : oddHour);
-        box->setAccessibleName(dayName(day) + u' ' + hourText(hour));
+        box->setAccessibleName(dayName(day) + u' ' + twoDigits(hour));
         m_boxes << box;
         addCell(box, hour + 1, day);
     }

@@ -10,7 +10,7 @@ namespace ui {
 
 /// The window of the four settings. Its Submit and Save write them to the settings file and put
 /// them in force at once. Its Cancel, and so Esc and the window's frame, leaves them alone; with a
-/// destination of less than three characters it ends the program.
+/// destination of fewer than three characters it ends the program.
 ///
 /// While the settings file names no destination it is the program's gate: a folder has to be
 /// chosen before anything can be saved.

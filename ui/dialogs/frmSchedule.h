@@ -20,8 +20,9 @@ class frmSchedule : public QDialog
     Q_OBJECT
 
 public:
-    /// Reads the tasks, and raises what keeps it from that: an InvalidProcedureCall when the
-    /// minutes of the other tasks or an hour of the edited one are out of range.
+    /// Reads the tasks, and raises what keeps it from that: InvalidUseOfNull for an empty field of
+    /// the edited one or an empty minute of another, InvalidProcedureCall when the minutes of the
+    /// others or an hour of the edited one are out of range.
     explicit frmSchedule(QWidget *parent = nullptr);
 
 protected:

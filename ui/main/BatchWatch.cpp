@@ -14,7 +14,9 @@ using platform::BatchWindowKind;
 using platform::ErrorNumber;
 using platform::host;
 
-// Whether the batch has ended or not, each tick pauses and looks up the next download.
+// Whether the batch has ended or not, each tick pauses and looks up the next download. That is
+// kept, and so are its consequences: after a tick that came too early the names are those of the
+// next download.
 void MainForm::Timer2_Timer()
 {
     const app::ErrorTrap trap(ErrorNumber::PathNotFound);

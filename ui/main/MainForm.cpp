@@ -99,6 +99,7 @@ void MainForm::showModal(QDialog &window)
 void MainForm::mnuMutaties_Click()
 {
     Timer1->stop();
+    RecomputeLater->stop(); // the list holds the tasks open; what follows computes anew
     m_windows.taskList();
     ZoekVolgende();
     Timer1->start();

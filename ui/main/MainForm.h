@@ -27,7 +27,8 @@ namespace ui {
 class ElidedLabel;
 class TextFileBox;
 
-/// Whether the pending or running download was asked for by hand. Cleared when it ends.
+/// Whether a download was asked for by hand. Cleared when a download ends: when the one that was
+/// asked for never starts, the next one is told as forced, which is kept.
 extern platform::Boolean ForcedDownload;
 
 /// The program's one long-lived window: the clock, the pending download and the countdown to it,

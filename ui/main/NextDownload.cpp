@@ -2,6 +2,7 @@
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
 #include "platform/Text.h"
+#include "store/OpenRecordset.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/ElidedLabel.h"
@@ -11,7 +12,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
-#include <QScopeGuard>
 
 #include <array>
 
@@ -103,17 +103,14 @@ void MainForm::ZoekVolgende()
 bool MainForm::findNextDownload()
 {
     const app::ErrorTrap trap;
-    store::Recordset &rows = *store::rsOpdrachten;
-    rows.setSource(store::scheduleStatement());
-    rows.open();
-    const auto closed = qScopeGuard([&rows] { rows.close(); });
-    if (rows.recordCount() <= 0)
+    const store::OpenRecordset rows(*store::rsOpdrachten, store::scheduleStatement());
+    if (rows->recordCount() <= 0)
         return false;
-    TaskSlotRows weekSlots(rows, trap);
+    TaskSlotRows weekSlots(*rows, trap);
     const auto chosen = chooseSlot(weekSlots, [] { return platform::host().now(); });
     if (!chosen)
         return false;
-    rows.setAbsolutePosition(chosen->row + 1);
+    rows->setAbsolutePosition(chosen->row + 1);
     weekSlots.fill(DownloadEntry);
     DownloadEntry.DownloadTime = chosen->moment;
     return true;

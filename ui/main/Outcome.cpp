@@ -4,6 +4,7 @@
 #include "platform/Arithmetic.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
+#include "platform/RuntimeError.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/MainForm.h"
 
@@ -83,9 +84,13 @@ void MainForm::logSuccess(qint32 DownloadedBytes, qint32 TotalBytes, const QStri
 
 void MainForm::keepUnderTaskFileName() const
 {
-    // An address that ends in the task's own file name has put the file into its place already.
-    if (DownloadEntry.Filenaam == DownloadEntry.spcFilenaam)
+    // An address that ends in the task's own file name has put the file into its place already,
+    // unless the downloader, which does not tell, could not put it there.
+    if (DownloadEntry.Filenaam == DownloadEntry.spcFilenaam) {
+        if (!app::FileExists(DestinationFolder() + DownloadEntry.Filenaam))
+            throw platform::RuntimeError(platform::ErrorNumber::FileNotFound);
         return;
+    }
     platform::replaceFile(DestinationFolder() + DownloadEntry.Filenaam,
                           DestinationFolder() + DownloadEntry.spcFilenaam);
 }

@@ -1,6 +1,6 @@
 #include "ui/main/SpcHeader.h"
 
-#include "app/Version.h"
+#include "app/Module1.h"
 
 #include <QStringList>
 
@@ -34,12 +34,9 @@ QString secondsText(qint64 fileSize, QChar decimalPoint)
 
 QString spcHeaderText(const QString &spcFilenaam, const QString &seconds)
 {
-    const QString version = u"%1.%2.%3"_s.arg(app::programVersion.major)
-                                .arg(app::programVersion.minor)
-                                .arg(app::programVersion.revision);
     const QStringList lines = {
         u"FILE: "_s + spcFilenaam,
-        u"DESCRIPTION: NL "_s + version,
+        u"DESCRIPTION: NL "_s + app::versionText(),
         u"SAMPLE RATE: 48000"_s,
         u"FILTER CUTOFF: 0"_s,
         u"SAMPLE SIZE: 16 bits"_s,

@@ -236,6 +236,23 @@ TEST_F(DownloadCycle, NamesAreUsedAsTheyStandInTheAddress)
     }
 }
 
+TEST_F(DownloadCycle, AFileThatCannotBePutInItsPlaceIsLogged)
+{
+    station.answerOthers({.body = audio});
+    openForm();
+    const std::pair<QString, QString> cases[] = {{u"latest.mp2"_s, u"Path not found"_s},
+                                                 {u"news.mp2"_s, u"File not found"_s}};
+    for (const auto &[name, told] : cases) {
+        makeFile(destination(u"bystander"_s), {});
+        setAddress(u"http://station.example/"_s + name);
+        lookUpBeforeDue();
+        onProgress([&] { QDir(destination({})).removeRecursively(); });
+        runDownload();
+        EXPECT_EQ(log().back(), told);
+        expectNextWeekArmed();
+    }
+}
+
 TEST_F(DownloadCycle, AnAddressThatEndsInASlashHasNoFileAndIsLogged)
 {
     makeFile(destination(u"news.mp2"_s), "old");

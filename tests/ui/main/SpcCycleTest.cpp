@@ -64,10 +64,14 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
 {
     makeFile(destination(u"news.spc"_s), "old");
     makeFile(spcFolder(u"news.spc"_s), "old");
-    // what a program that was killed in the middle may have left
-    for (const auto &leftover :
-         {u"tijdelijk.txt"_s, u"tijdelijk.bat"_s, u"latest.mp2"_s, u".ostravelin-batch.part"_s})
+    // what a program that was killed in the middle, a day ago, may have left
+    for (const auto &leftover : {u"tijdelijk.txt"_s, u"tijdelijk.bat"_s, u"latest.mp2"_s,
+                                 u".ostravelin-batch-1-1.part"_s, u".ostravelin-1.part"_s}) {
         makeFile(destination(leftover), QByteArray(50'000, 'x'));
+        QFile file(destination(leftover));
+        ASSERT_TRUE(file.open(QIODevice::Append));
+        file.setFileTime(QDateTime::currentDateTime().addDays(-2), QFile::FileModificationTime);
+    }
     openForm();
     runDownloadAndBatch();
     EXPECT_EQ(fileBytes(destination(u"tijdelijk.txt"_s)),
