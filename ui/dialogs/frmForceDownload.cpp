@@ -3,7 +3,6 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Host.h"
-#include "platform/Text.h"
 #include "store/OpenRecordset.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
@@ -80,10 +79,9 @@ void frmForceDownload::ComboOpdracht_Click()
 void frmForceDownload::CmdForceDownload_Click()
 {
     const OpenRecordset task(*rsOpdrachten, store::taskStatement(ComboOpdracht->currentText()));
-    m_pending.Opdracht = task->value(u"Opdrachtnaam"_s).toText();
-    m_pending.DownloadAdres = platform::trimmedBlanks(task->value(u"Download_adres"_s).toText());
-    m_pending.spcFilenaam = task->value(u"Filenaam"_s).toText();
-    m_pending.cutFilenaam();
+    m_pending.takeTask(task->value(u"Opdrachtnaam"_s).toText(),
+                       task->value(u"Download_adres"_s).toText(),
+                       task->value(u"Filenaam"_s).toText());
     m_pending.DownloadTime = platform::host().now() + 5s;
     ForcedDownload = platform::Boolean::True;
     accept();

@@ -19,9 +19,9 @@ struct DownloadRecord
     QString spcFilenaam;   ///< the task's own file name: the name it is kept under
     platform::Boolean DownloadFlag = platform::Boolean::False; ///< armed and not yet started
 
-    /// Takes what stands behind the last "/" of the address, not decoded, as Filenaam. Without any
-    /// "/" Filenaam stays as it was.
-    void cutFilenaam();
+    /// Takes a task's three texts as they are stored. Filenaam becomes what stands behind the last
+    /// "/" of the address, not decoded; without any "/" it stays as it was.
+    void takeTask(const QString &name, const QString &address, const QString &fileName);
 };
 
 } // namespace ui

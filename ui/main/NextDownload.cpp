@@ -1,7 +1,6 @@
 #include "app/ErrorTrap.h"
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
-#include "platform/Text.h"
 #include "store/OpenRecordset.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
@@ -54,10 +53,8 @@ public:
 
     void fill(DownloadRecord &record) const
     {
-        record.Opdracht = m_rows.value(m_texts[0]).toText();
-        record.DownloadAdres = platform::trimmedBlanks(m_rows.value(m_texts[1]).toText());
-        record.spcFilenaam = m_rows.value(m_texts[2]).toText();
-        record.cutFilenaam();
+        record.takeTask(m_rows.value(m_texts[0]).toText(), m_rows.value(m_texts[1]).toText(),
+                        m_rows.value(m_texts[2]).toText());
     }
 
 private:
