@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThreadPool>
 
 #include <cerrno>
 #include <cstdio>
@@ -65,9 +66,15 @@ static void requireName(const QString &path)
         throw RuntimeError(ErrorNumber::PathFileAccess);
 }
 
+// The file system frees the blocks of a replaced file when its last descriptor is closed. That
+// takes milliseconds for a long recording, and nobody has to wait for it.
 static int renameReplacing(const QByteArray &from, const QByteArray &to)
 {
-    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    const int replaced = open(to.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    const int failure = rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    if (replaced >= 0)
+        QThreadPool::globalInstance()->start([replaced] { close(replaced); });
+    return failure;
 }
 
 // Fails with EEXIST instead of replacing. Some file systems know no such rename; a second link
