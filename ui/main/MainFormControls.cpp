@@ -43,6 +43,8 @@ static QLabel *makeFigures(const QString &name, const QString &meaning, const QS
     label->setText(widestText);
     label->setFixedSize(label->sizeHint());
     label->clear();
+    label->setBackgroundRole(QPalette::Base); // opaque: the frames behind it are not painted anew
+    label->setAutoFillBackground(true);
     return label;
 }
 
