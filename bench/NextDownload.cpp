@@ -1,13 +1,11 @@
 #include "bench/Measure.h"
+#include "bench/Schedule.h"
 #include "platform/NativeHost.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "store/Transaction.h"
 #include "ui/main/MainForm.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
@@ -20,26 +18,6 @@ using namespace Qt::StringLiterals;
 
 static constexpr int tasks = 60;
 static constexpr int rounds = 101;
-
-static void fillDatabase(const QString &programFolder)
-{
-    QDir().mkpath(programFolder + u"/database"_s);
-    QFile::copy(QStringLiteral(EMPTY_DATABASE), programFolder + u"/database/ostravelin.mdb"_s);
-    store::OpenDatabase(programFolder);
-    store::Transaction transaction(store::dbConnection);
-    for (int task = 0; task < tasks; ++task) {
-        store::dbConnection.execute(
-            u"INSERT INTO Opdrachtgegevens VALUES ('Hourly news %1', "
-            "'http://station.example/news/hourly%1.mp3', 'hourly%1.mp3', %1, 1)"_s.arg(task));
-        for (int slot = 0; slot < 168; ++slot) {
-            store::dbConnection.execute(
-                u"INSERT INTO Tijden VALUES ('Hourly news %1', %2, %3)"_s.arg(task)
-                    .arg(slot / 24 + 1)
-                    .arg(slot % 24));
-        }
-    }
-    transaction.commit();
-}
 
 static int stepThroughEngine()
 {
@@ -67,7 +45,7 @@ int main(int argc, char **argv)
     platform::installHost(host);
     const QApplication application(argc, argv);
     const QTemporaryDir folder;
-    fillDatabase(folder.path());
+    openFullSchedule(folder.path(), tasks);
     std::vector<double> openings;
     for (int round = 0; round < 15; ++round) {
         store::dbConnection.close();

@@ -1,8 +1,6 @@
 #include "bench/Measure.h"
+#include "bench/Schedule.h"
 #include "platform/NativeHost.h"
-#include "store/TaskStore.h"
-#include "store/Transaction.h"
-#include "ui/dialogs/WeekGrid.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmForceDownload.h"
 #include "ui/dialogs/frmOpdrachten.h"
@@ -11,8 +9,6 @@
 #include "ui/main/DownloadRecord.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -25,26 +21,6 @@
 using namespace Qt::StringLiterals;
 
 static constexpr int rounds = 31;
-
-static void fillDatabase(const QString &programFolder)
-{
-    constexpr int tasks = 50;
-    QDir().mkpath(programFolder + u"/database"_s);
-    QFile::copy(QStringLiteral(EMPTY_DATABASE), programFolder + u"/database/ostravelin.mdb"_s);
-    store::OpenDatabase(programFolder);
-    store::Transaction transaction(store::dbConnection);
-    for (int task = 0; task < tasks; ++task) {
-        store::dbConnection.execute(
-            u"INSERT INTO Opdrachtgegevens VALUES ('Task %1', 'http://a/b', 'c', %1, 1)"_s.arg(
-                task));
-        for (int slot = 0; slot < ui::WeekGrid::boxCount; ++slot) {
-            store::dbConnection.execute(u"INSERT INTO Tijden VALUES ('Task %1', %2, %3)"_s.arg(task)
-                                            .arg(ui::WeekGrid::dayOf(slot))
-                                            .arg(ui::WeekGrid::hourOf(slot)));
-        }
-    }
-    transaction.commit();
-}
 
 class PaintWatch : public QObject
 {
@@ -83,7 +59,7 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QTemporaryDir folder;
-    fillDatabase(folder.path());
+    openFullSchedule(folder.path(), 50);
     store::createTaskRecordset();
     store::sOpdrachtnaam = u"Task 7"_s;
     ui::DownloadRecord pending;

@@ -113,7 +113,8 @@ TEST_F(Program, TellsWhatKeepsItFromStarting)
          },
          "Error 75: "},
     };
-    for (const auto &[prepare, told] : cases) {
+    for (const auto &[prepare, expected] : cases) {
+        const QByteArray told = expected; // what a lambda may capture
         prepare();
         start(station);
         EXPECT_TRUE(QTest::qWaitFor(

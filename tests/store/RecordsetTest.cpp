@@ -88,9 +88,9 @@ TEST_F(Recordset, KeepsEachKindOfValue)
     connection.execute(u"INSERT INTO Opdrachtgegevens VALUES (NULL, '2', NULL, 15.0, 0)"_s);
     open(u"Opdrachtgegevens"_s);
     const auto values = [&] {
-        std::vector<Value> found;
+        std::vector<Value> found(5);
         for (int field = 0; field < 5; ++field)
-            found.push_back(rows.value(field));
+            found[static_cast<std::size_t>(field)] = rows.value(field);
         return found;
     };
     EXPECT_EQ(values(), (std::vector<Value>{name, address, u""_s, 7.5, Boolean::True}));

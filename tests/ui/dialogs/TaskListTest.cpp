@@ -27,7 +27,7 @@ protected:
 
     std::function<void()> add(const QString &name)
     {
-        return [this, name] {
+        return [name] {
             addTask(store::withDoubledQuotes(name), u"http://a/b"_s, u"b"_s);
             sOpdrachtnaam = name;
         };
@@ -35,7 +35,7 @@ protected:
 
     std::function<void()> rename(const QString &name)
     {
-        return [this, name] {
+        return [name] {
             setTasks(u"Opdrachtnaam = '%1' WHERE Opdrachtnaam = '%2'"_s.arg(
                 store::withDoubledQuotes(name), sOpdrachtnaam));
             sOpdrachtnaam = name;
@@ -220,7 +220,7 @@ TEST_F(TaskList, KeepsTheRecordsetOpenUntilItIsClosed)
 TEST_F(TaskList, ADatabaseErrorIsReported)
 {
     openList();
-    edit = [this] { execute(u"ALTER TABLE Opdrachtgegevens RENAME TO Lost"_s); };
+    edit = [] { execute(u"ALTER TABLE Opdrachtgegevens RENAME TO Lost"_s); };
     clickModify();
     EXPECT_EQ(host.endings, QList{1});
     ASSERT_EQ(host.messages.size(), 1);
