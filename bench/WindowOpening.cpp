@@ -61,7 +61,7 @@ int main(int argc, char **argv)
     const QTemporaryDir folder;
     openFullSchedule(folder.path(), 50);
     store::createTaskRecordset();
-    store::sOpdrachtnaam = u"Task 7"_s;
+    store::sOpdrachtnaam = u"Hourly news 7"_s;
     ui::DownloadRecord pending;
     const ui::frmOpdrachten::Editor noEditor;
 
