@@ -103,6 +103,8 @@ static QString finish(QProcess &process, const Run &run)
     } catch (const RuntimeError &error) {
         return error.description() + u": "_s + run.oldOutput;
     }
+    if (process.exitStatus() != QProcess::NormalExit)
+        return u"the process was ended"_s;
     return reason.isEmpty() ? u"the command interpreter did not make "_s + run.output : reason;
 }
 

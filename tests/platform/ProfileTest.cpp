@@ -1,5 +1,3 @@
-#include "platform/posix/Profile.h"
-
 #include "tests/support/Test.h"
 
 using namespace platform;
@@ -12,18 +10,23 @@ protected:
     QString read(const QByteArray &content, int size = 255) const
     {
         makeFile(path, content);
-        return readProfile(path, u"Section"_s, u"Key"_s, u"?"_s, size);
+        return host.profileString(u"settings.ini"_s, u"Section"_s, u"Key"_s, u"?"_s, size);
     }
 
-    QByteArray written(const QByteArray &content, const QString &value) const
+    bool write(const QString &value, const QString &file = u"settings.ini"_s)
+    {
+        return host.writeProfileString(file, u"Section"_s, u"Key"_s, value);
+    }
+
+    QByteArray written(const QByteArray &content, const QString &value)
     {
         makeFile(path, content);
-        EXPECT_TRUE(writeProfile(path, u"Section"_s, u"Key"_s, value));
+        EXPECT_TRUE(write(value));
         return fileBytes(path);
     }
 
-    QTemporaryDir folder;
-    QString path = folder.filePath(u"a b/settings.ini"_s);
+    FakeHost host;
+    QString path = host.settingsDirectory() + u"/settings.ini"_s;
 };
 
 } // namespace
@@ -85,7 +88,7 @@ TEST_F(Profile, WritesOneLineAndKeepsTheOthers)
 TEST_F(Profile, AFailedWriteLeavesTheFile)
 {
     makeFile(path, "[Section]\nKey=old\n");
-    EXPECT_FALSE(writeProfile(folder.path(), u"Section"_s, u"Key"_s, u"v"_s));
-    EXPECT_FALSE(writeProfile(path + u"/below"_s, u"Section"_s, u"Key"_s, u"v"_s));
+    EXPECT_FALSE(write(u"v"_s, u"."_s));
+    EXPECT_FALSE(write(u"v"_s, u"settings.ini/below"_s));
     EXPECT_EQ(fileBytes(path), "[Section]\nKey=old\n");
 }
