@@ -17,7 +17,7 @@ void resetAtEnd(qintptr socket)
 
 QStringList namesInBatches()
 {
-    return {u"audio.mp2"_s, u"é"_s, u"-n"_s, u"$x"_s, u"a.b.c"_s};
+    return {u"audio.mp2"_s, u"-n"_s, u"$x"_s, u"a.b.c"_s};
 }
 
 void makeSlowBatch(const QString &folder)
@@ -25,7 +25,8 @@ void makeSlowBatch(const QString &folder)
     makeFile(folder + u"/header"_s, "header");
     makeFile(folder + u"/audio"_s, "audio");
     makeFile(folder + u"/slow.bat"_s,
-             ":wait\r\nif not exist go goto wait\r\ncopy /b header + audio out");
+             ":wait\r\nping -n 2 127.0.0.1 > nul\r\nif not exist go goto wait\r\n"
+             "copy /b header + audio out");
 }
 
 void endSlowBatch(const QString &folder)
