@@ -24,6 +24,10 @@ void deleteLeftovers(const QString &folder, const QString &pattern);
 /// The hidden names under which files grow in the folder that they are meant for.
 inline const QString leftoverNames = QStringLiteral(".ostravelin-*.part");
 
+/// A hidden name of that kind. Each has its own: what grew under the one before it, even of a
+/// program that was killed, may still be written.
+QString newHiddenName(const QString &folder);
+
 /// Moves a file to a path where nothing stands yet. Raises FileAlreadyExists and leaves both as
 /// they are when something does. Between file systems the data goes through a hidden name in the
 /// target's folder, so that the target's name never holds half a file.

@@ -69,14 +69,14 @@ public:
     virtual void openTextEditor(const QString &path, std::function<void()> onFailure) = 0;
 
     /// Starts the batch without a visible window, returns at once, and returns its task identifier.
-    /// A file that the output replaces stays until the new one is whole. `onFailure` is told, later
-    /// and in plain words, why a started batch did not make its output. Raises what keeps the batch
-    /// from starting.
+    /// A file that the output replaces is kept until the new one is whole. `onFailure` is told,
+    /// later and in plain words, why a started batch did not make its output. Raises what keeps the
+    /// batch from starting.
     virtual int startBatch(const ConcatenationBatch &batch,
                            std::function<void(const QString &reason)> onFailure) = 0;
 
-    /// The handle of the window, or 0 when there is none. Without console windows the batch's
-    /// process stands for them; one that could not be started has ended.
+    /// The handle of the window, or 0 when there is none. Where none shows, the batch's process
+    /// stands for it; one that could not be started has ended.
     virtual std::uint32_t findBatchWindow(BatchWindowKind kind) const = 0;
 
     /// Closes a window of a batch, and returns its answer.

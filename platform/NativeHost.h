@@ -30,11 +30,6 @@ public:
 
 private:
     int m_runningBatches = 0;
-
-    // The latest reading of the clock: a search through all slots asks thousands of times within
-    // a second.
-    mutable std::int64_t m_instant = 0;
-    mutable std::chrono::local_seconds m_local{};
 };
 
 } // namespace platform

@@ -6,22 +6,11 @@
 #include <QFile>
 #include <QProcess>
 
-#include <memory>
-
 namespace platform {
 
 using namespace Qt::StringLiterals;
 
 static constexpr std::uint32_t batchWindowHandle = 1;
-
-// Each batch has its own: the one before it, even of a program that was killed, may still be
-// writing.
-static QString newHiddenName(const QString &folder)
-{
-    static int count = 0;
-    return folder +
-           u".ostravelin-batch-%1-%2.part"_s.arg(QCoreApplication::applicationPid()).arg(++count);
-}
 
 // Gives the concatenation its name. Returns why that is not possible, or an empty text.
 static QString finish(QProcess &process, const QString &hidden, const QString &output)

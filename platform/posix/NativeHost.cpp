@@ -7,12 +7,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProcess>
 #include <QStandardPaths>
 
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <thread>
 
@@ -32,14 +29,17 @@ static std::chrono::local_seconds localTime(std::time_t instant)
            std::chrono::minutes{local.tm_min} + std::chrono::seconds{local.tm_sec};
 }
 
+// The latest reading is kept: a search through all slots asks thousands of times within a second.
 std::chrono::local_seconds NativeHost::now() const
 {
+    static std::time_t latest = 0;
+    static std::chrono::local_seconds local = localTime(latest);
     const std::time_t instant = std::time(nullptr);
-    if (instant != m_instant) {
-        m_instant = instant;
-        m_local = localTime(instant);
+    if (instant != latest) {
+        latest = instant;
+        local = localTime(instant);
     }
-    return m_local;
+    return local;
 }
 
 std::int32_t NativeHost::tickCount() const
@@ -52,11 +52,6 @@ std::int32_t NativeHost::tickCount() const
 void NativeHost::sleep(std::chrono::milliseconds duration)
 {
     std::this_thread::sleep_for(duration);
-}
-
-void NativeHost::beep()
-{
-    QApplication::beep();
 }
 
 QString NativeHost::programFolder() const
@@ -103,35 +98,10 @@ void NativeHost::openTextEditor(const QString &path, std::function<void()> onFai
     opener->start(u"xdg-open"_s, {path});
 }
 
-void NativeHost::showMessage(const QString &title, const QString &text, MessageIcon icon)
-{
-    QMessageBox box(icon == MessageIcon::Critical ? QMessageBox::Critical
-                                                  : QMessageBox::Information,
-                    title, text, QMessageBox::Ok, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
-}
-
-bool NativeHost::ask(const QString &title, const QString &question)
-{
-    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
-}
-
 QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
 {
     return QDir::toNativeSeparators(
         QFileDialog::getExistingDirectory(owner, title, QDir::homePath()));
-}
-
-void NativeHost::endProgram(int status)
-{
-    std::fflush(nullptr);
-    std::_Exit(status);
 }
 
 } // namespace platform

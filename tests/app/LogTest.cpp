@@ -13,5 +13,5 @@ TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
     host.clock = moment(2010, 12, 31, 23, 59, 59);
     WriteLog(u""_s);
     EXPECT_EQ(fileBytes(host.programFolder() + u"/OstravelinLog.txt"_s),
-              "05-03-07 09:04:05 - Hourly - caf\xC3\xA9\r\n31-12-10 23:59:59 - \r\n");
+              u"05-03-07 09:04:05 - Hourly - café\r\n31-12-10 23:59:59 - \r\n"_s.toLocal8Bit());
 }

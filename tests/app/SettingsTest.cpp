@@ -28,6 +28,7 @@ TEST(Settings, AreReadAndQuestionMarksWhenMissing)
 TEST(Settings, AWrittenValueKeepsTheLineBreakThatTheCallersVariableLoses)
 {
     FakeHost host;
+    makeFile(settingsPath(host), {});
     QString value = u"a\r\nb"_s;
     WriteIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, value);
     EXPECT_EQ(value, u"a  b"_s);

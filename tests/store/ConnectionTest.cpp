@@ -2,26 +2,8 @@
 #include "tests/store/StoreTest.h"
 
 #include <thread>
-#include <unistd.h>
 
 using Connection = StoreTest;
-
-namespace {
-
-// File permissions bind ordinary users only.
-class AsOrdinaryUser
-{
-public:
-    AsOrdinaryUser() { EXPECT_EQ(m_isRoot ? seteuid(65534) : 0, 0); }
-    AsOrdinaryUser(const AsOrdinaryUser &) = delete;
-    AsOrdinaryUser &operator=(const AsOrdinaryUser &) = delete;
-    ~AsOrdinaryUser() { EXPECT_EQ(m_isRoot ? seteuid(0) : 0, 0); }
-
-private:
-    bool m_isRoot = geteuid() == 0;
-};
-
-} // namespace
 
 TEST_F(Connection, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecrypted)
 {
@@ -77,25 +59,6 @@ TEST_F(Connection, RefusesAnotherPasswordAndMissingFilesWhichItDoesNotMake)
         EXPECT_EQ(error.description(), u"The database file was not found: "_s + missing);
     }
     EXPECT_FALSE(QFile::exists(programFolder() + u"/missing"_s));
-}
-
-TEST_F(Connection, FilesThatMustNotBeWrittenCanBeReadAndOthersAreDenied)
-{
-    connection.close();
-    constexpr auto read = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
-    QFile::setPermissions(programFolder(), read | QFile::WriteOwner | QFile::ExeOwner |
-                                               QFile::ExeGroup | QFile::ExeOther);
-    QFile::setPermissions(databasePath(), read);
-    {
-        const AsOrdinaryUser user;
-        connect();
-        EXPECT_EQ(slotRows(), QStringList());
-        EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
-        connection.close();
-    }
-    QFile::setPermissions(databasePath(), {});
-    const AsOrdinaryUser user;
-    EXPECT_EQ(errorOf([&] { connect(); }), PermissionDenied);
 }
 
 TEST_F(Connection, RefusesUseWhileClosedAndOpeningTwice)

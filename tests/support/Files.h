@@ -4,10 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace testing_support {
 
@@ -34,24 +31,11 @@ inline QStringList filesIn(const QString &folder)
                                   QDir::Name);
 }
 
-/// Lets no file grow beyond a size as long as it lives, in child processes too: stands for a disk
-/// that is full.
-class FileSizeLimit
+/// Makes this process keep its temporary files in the folder.
+inline void useTemporaryFolder(const QString &folder)
 {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN); // so that writing fails instead
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {std::min(bytes, m_before.rlim_max), m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before = {};
-};
+    for (const char *name : {"TMPDIR", "TMP"}) // the one each system looks at
+        qputenv(name, QDir::toNativeSeparators(folder).toLocal8Bit());
+}
 
 } // namespace testing_support

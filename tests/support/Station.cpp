@@ -1,12 +1,13 @@
 #include "tests/support/Station.h"
 
+#include "tests/support/System.h"
+
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUrl>
 
 #include <chrono>
-#include <sys/socket.h>
 
 namespace testing_support {
 
@@ -60,9 +61,7 @@ static Request requestFrom(const QByteArray &head)
 
 static void reset(QTcpSocket &socket)
 {
-    const linger atOnce{.l_onoff = 1, .l_linger = 0};
-    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
-               sizeof atOnce);
+    resetAtEnd(socket.socketDescriptor());
     socket.abort();
 }
 

@@ -21,10 +21,10 @@ protected:
         station.routeHere();
         QDir(folder.path()).mkdir(u"temporary"_s);
         QDir(folder.path()).mkdir(u"audio"_s);
-        qputenv("TMPDIR", QFile::encodeName(temporaryFolder()));
+        useTemporaryFolder(temporaryFolder());
     }
 
-    ~Downloads() override { qunsetenv("TMPDIR"); }
+    ~Downloads() override { useTemporaryFolder(temporaryBefore); }
 
     QString temporaryFolder() const { return folder.filePath(u"temporary"_s); }
     QStringList temporaryFiles() const { return filesIn(temporaryFolder()); }
@@ -51,6 +51,7 @@ protected:
     /// Downloads a path of the station to the destination.
     Counts download(const QString &path) { return download(Station::url(path), destination()); }
 
+    const QString temporaryBefore = QDir::tempPath();
     Station station;
     QTemporaryDir folder;
     std::unique_ptr<controls::DL> dl = std::make_unique<controls::DL>();

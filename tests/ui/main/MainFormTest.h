@@ -29,7 +29,7 @@ protected:
         QDir().mkpath(destination({}));
         QFile::copy(QStringLiteral(EMPTY_DATABASE), databaseFolder + u"/ostravelin.mdb"_s);
         makeFile(host.settingsDirectory() + u"/Ostravelin.ini"_s,
-                 "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toUtf8() + '\n');
+                 "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toLocal8Bit() + '\n');
         app::LoadSettings();
         store::OpenDatabase(host.programFolder());
         host.clock = moment(2026, 3, 4, 10);
@@ -168,7 +168,7 @@ protected:
     /// The log's lines without their time stamps.
     static QStringList log()
     {
-        QStringList lines = QString::fromUtf8(fileBytes(app::logFilePath())).split(u"\r\n"_s);
+        QStringList lines = QString::fromLocal8Bit(fileBytes(app::logFilePath())).split(u"\r\n"_s);
         lines.removeLast();
         for (QString &line : lines)
             line.remove(0, u"dd-mm-yy hh:mm:ss - "_s.size());

@@ -1,64 +1,6 @@
-#include "tests/support/SampleAudio.h"
-#include "tests/ui/main/MainFormTest.h"
+#include "tests/ui/main/SpcCycle.h"
 
-#include <sys/stat.h>
-
-using platform::BatchWindowKind;
-
-namespace {
-
-// One task whose downloads become SPC files.
-class SpcCycle : public MainFormTest
-{
-protected:
-    SpcCycle()
-    {
-        addTaskAt(due, u"Hourly"_s, u"/radio/latest.mp2"_s, u"news.spc"_s);
-        station.answerOthers(Answer{.body = audio});
-        QDir().mkpath(spcFolder({}));
-        app::sSPC = u"1"_s;
-        app::sSPCmap = spcFolder({});
-        app::sPreXP = u"0"_s;
-    }
-
-    QString spcFolder(const QString &name) const { return host.folder() + u"/spc/"_s + name; }
-
-    void setFileName(const QString &name) { setTasks(u"Filenaam = '%1'"_s.arg(name)); }
-
-    QTimer *watch() const { return formControl<QTimer>(u"Timer2"_s); }
-
-    void tickWatch() { tick(watch()); }
-
-    /// A download, and its batch up to its end.
-    void runDownloadAndBatch()
-    {
-        onProgress([this] { host.ticks += 1000; });
-        runDownload();
-        EXPECT_TRUE(watch()->isActive());
-        waitForBatch();
-    }
-
-    void waitForBatch()
-    {
-        ASSERT_TRUE(QTest::qWaitFor(
-            [this] { return host.findBatchWindow(BatchWindowKind::Finished) != 0; }));
-    }
-
-    QByteArray expectedHeader(const QByteArray &name, const QByteArray &seconds) const
-    {
-        return ("FILE: " + name +
-                "\r\nDESCRIPTION: NL 1.8.1\r\nSAMPLE RATE: 48000\r\nFILTER CUTOFF: 0\r\n"
-                "SAMPLE SIZE: 16 bits\r\nSAMPLE FORMAT: MPEG\r\nCHANNELS: 2\r\nSECONDS: " +
-                seconds +
-                "\r\nSAMPLES PER BLOCK: 1152\r\nBYTES PER BLOCK: 768\r\n"
-                "EXTRA INFO: L=2/M=st/Kb=128/E=0/C=0/O=1/Em=0/A=4\x1A")
-            .leftJustified(256, '\0');
-    }
-
-    const QByteArray audio = sampleAudio(100); // 38,400 bytes
-};
-
-} // namespace
+#include "tests/support/System.h"
 
 TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
 {
@@ -96,16 +38,13 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
 
 TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
 {
-    // a pipe that nobody fills keeps the batch running until the test fills it
     for (const QString &mode : {u"0"_s, u"1"_s}) {
         app::sPreXP = mode;
-        const QString folder = destination(u"pipe"_s + mode);
-        QDir().mkpath(folder);
-        const QString pipe = folder + u"/audio"_s;
-        ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-        makeFile(folder + u"/header"_s, "header");
+        const QString folder = destination(u"slow"_s + mode);
+        makeSlowBatch(folder);
         openForm();
-        host.startBatch({folder + u'/', u"b"_s, u"header"_s, u"audio"_s, u"out"_s}, [](auto) {});
+        host.startBatch({folder + u'/', u"slow.bat"_s, u"header"_s, u"audio"_s, u"out"_s},
+                        [](auto) {});
         watch()->start();
         host.sleeps.clear();
         tickWatch();
@@ -113,7 +52,7 @@ TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
         EXPECT_EQ(host.sleeps, QList{1000ms});
         EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
 
-        makeFile(pipe, "audio");
+        endSlowBatch(folder);
         waitForBatch();
         tickWatch();
         EXPECT_FALSE(watch()->isActive());
@@ -185,33 +124,4 @@ TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
     EXPECT_EQ(log()[3], u"File not found"_s); // the download
     EXPECT_EQ(fileBytes(destination(u"news.spc"_s)), "old");
     EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
-}
-
-// A limit on the size of written files stands for a full disk, and meets the batch's process too.
-TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
-{
-    const std::tuple<rlim_t, rlim_t, bool> cases[] = {
-        {200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
-    openForm();
-    for (const auto &[forHeaderAndBatch, forCopy, makesSpcFile] : cases) {
-        SCOPED_TRACE(forHeaderAndBatch);
-        makeFile(destination(u"news.spc"_s), "old");
-        makeFile(spcFolder(u"news.spc"_s), "old");
-        makeFile(destination(u"latest.mp2"_s), audio);
-        {
-            const FileSizeLimit limit(forHeaderAndBatch);
-            form->WriteSpcHeader();
-            waitForBatch();
-        }
-        {
-            const FileSizeLimit limit(forCopy);
-            tickWatch();
-        }
-        EXPECT_EQ(QFile(destination(u"news.spc"_s)).size(), makesSpcFile ? 256 + audio.size() : 3);
-        EXPECT_EQ(fileBytes(spcFolder(u"news.spc"_s)), "old");
-        EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
-        EXPECT_FALSE(watch()->isActive());
-        EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
-        EXPECT_FALSE(log().isEmpty());
-    }
 }

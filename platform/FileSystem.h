@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+// The operating system's own steps, of which the functions in Files.h are made. They raise what
+// those raise.
+namespace platform::system {
+
+/// Makes the folder, given by an absolute path, the current one.
+void enterFolder(const QString &folder);
+
+void removeFile(const QString &path);
+
+/// Gives the file another name in one atomic step, in place of a file of that name.
+void renameOver(const QString &from, const QString &to);
+
+/// Gives the file another name, which must be free. Returns false, with nothing done, where only a
+/// copy can take that name.
+bool renameToFree(const QString &from, const QString &to);
+
+/// Copies the bytes of a file, in place of a file of the target's name.
+void copyBytes(const QString &from, const QString &to);
+
+enum class WriteMode { Replace, Append };
+
+/// Writes the bytes into a file, which is made when it is missing. Nothing of bytes that were to be
+/// appended stays when not all of them can.
+void writeBytes(const QString &path, WriteMode mode, const QByteArray &bytes);
+
+} // namespace platform::system

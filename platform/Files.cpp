@@ -1,0 +1,139 @@
+#include "platform/Files.h"
+
+#include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+namespace platform {
+
+using namespace Qt::StringLiterals;
+
+static QString folderOf(const QString &path)
+{
+    return path.left(QDir::toNativeSeparators(path).lastIndexOf(QDir::separator()) + 1);
+}
+
+static bool folderExists(const QString &folder)
+{
+    return folder.isEmpty() || QFileInfo(folder).isDir();
+}
+
+static void requireFolderOf(const QString &path)
+{
+    if (!folderExists(folderOf(path)))
+        throw RuntimeError(ErrorNumber::PathNotFound);
+}
+
+static void requireFile(const QString &path)
+{
+    requireFolderOf(path);
+    if (!fileExists(path))
+        throw RuntimeError(ErrorNumber::FileNotFound);
+}
+
+static void requireName(const QString &path)
+{
+    if (folderOf(path) == path)
+        throw RuntimeError(ErrorNumber::PathFileAccess);
+}
+
+static void requireFileAndPlace(const QString &from, const QString &to)
+{
+    requireFile(from);
+    requireName(to);
+    requireFolderOf(to);
+}
+
+QString newHiddenName(const QString &folder)
+{
+    static int count = 0;
+    return folder +
+           u".ostravelin-%1-%2.part"_s.arg(QCoreApplication::applicationPid()).arg(++count);
+}
+
+// Copies through a hidden name in the target's folder, which `rename` then ends.
+template <typename Rename>
+static void copyThenRename(const QString &from, const QString &to, Rename rename)
+{
+    deleteLeftovers(folderOf(to), leftoverNames);
+    const QString hidden = newHiddenName(folderOf(to));
+    try {
+        system::copyBytes(from, hidden);
+        rename(hidden, to);
+    } catch (const RuntimeError &) {
+        QFile::remove(hidden);
+        throw;
+    }
+}
+
+bool fileExists(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+void changeDirectory(const QString &folder)
+{
+    if (!QDir::isAbsolutePath(folder))
+        throw RuntimeError(ErrorNumber::PathNotFound);
+    system::enterFolder(folder);
+}
+
+void deleteFile(const QString &path)
+{
+    requireFile(path);
+    system::removeFile(path);
+}
+
+void deleteLeftovers(const QString &folder, const QString &pattern)
+{
+    const QDateTime yesterday = QDateTime::currentDateTimeUtc().addDays(-1);
+    const auto kinds = QDir::Files | QDir::Hidden | QDir::NoSymLinks;
+    for (const QFileInfo &file : QDir(folder).entryInfoList({pattern}, kinds))
+        if (file.lastModified() < yesterday)
+            QFile::remove(file.filePath());
+}
+
+void moveFile(const QString &from, const QString &to)
+{
+    requireFileAndPlace(from, to);
+    if (system::renameToFree(from, to))
+        return;
+    copyThenRename(from, to, system::renameToFree);
+    QFile::remove(from);
+}
+
+void replaceFile(const QString &from, const QString &to)
+{
+    requireFileAndPlace(from, to);
+    system::renameOver(from, to);
+}
+
+void copyFile(const QString &from, const QString &to)
+{
+    requireFileAndPlace(from, to);
+    copyThenRename(from, to, system::renameOver);
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    requireFolderOf(path);
+    system::writeBytes(path, system::WriteMode::Replace, bytes);
+}
+
+qint64 fileSize(const QString &path)
+{
+    requireFile(path);
+    return QFileInfo(path).size();
+}
+
+void appendToFile(const QString &path, const QByteArray &bytes)
+{
+    requireFolderOf(path);
+    system::writeBytes(path, system::WriteMode::Append, bytes);
+}
+
+} // namespace platform

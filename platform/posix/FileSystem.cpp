@@ -1,0 +1,123 @@
+#include "platform/FileSystem.h"
+
+#include "platform/RuntimeError.h"
+
+#include <QFile>
+#include <QThreadPool>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform::system {
+
+[[noreturn]] static void raiseSystemError(int code)
+{
+    switch (code) {
+    case ENOENT:
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    case EEXIST:
+        throw RuntimeError(ErrorNumber::FileAlreadyExists);
+    case ENOSPC:
+    case EDQUOT:
+        throw RuntimeError(ErrorNumber::DiskFull);
+    case EACCES:
+    case EPERM:
+        throw RuntimeError(ErrorNumber::PermissionDenied);
+    default:
+        throw RuntimeError(ErrorNumber::PathFileAccess);
+    }
+}
+
+void enterFolder(const QString &folder)
+{
+    if (chdir(QFile::encodeName(folder).constData()) != 0)
+        throw RuntimeError(ErrorNumber::PathNotFound);
+}
+
+void removeFile(const QString &path)
+{
+    if (unlink(QFile::encodeName(path).constData()) != 0)
+        raiseSystemError(errno);
+}
+
+// The file system frees the blocks of a replaced file when its last descriptor is closed. That
+// takes milliseconds for a long recording, and nobody has to wait for it.
+static int renameReplacing(const QByteArray &from, const QByteArray &to)
+{
+    const int replaced = open(to.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    const int failure = rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    if (replaced >= 0)
+        QThreadPool::globalInstance()->start([replaced] { close(replaced); });
+    return failure;
+}
+
+// Fails with EEXIST instead of replacing. Some file systems know no such rename; a second link
+// does the same there. Where there is neither, all that is left is to look first.
+static int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
+{
+    if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    if (link(from.constData(), to.constData()) == 0) {
+        unlink(from.constData());
+        return 0;
+    }
+    if (errno != EPERM && errno != ENOSYS && errno != EOPNOTSUPP)
+        return errno;
+    struct stat status = {};
+    return lstat(to.constData(), &status) == 0 ? EEXIST : renameReplacing(from, to);
+}
+
+void renameOver(const QString &from, const QString &to)
+{
+    if (const int failure = renameReplacing(QFile::encodeName(from), QFile::encodeName(to)))
+        raiseSystemError(failure);
+}
+
+bool renameToFree(const QString &from, const QString &to)
+{
+    const int failure = renameWithoutReplacing(QFile::encodeName(from), QFile::encodeName(to));
+    if (failure != 0 && failure != EXDEV)
+        raiseSystemError(failure);
+    return failure == 0;
+}
+
+void copyBytes(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::copy_file(QFile::encodeName(from).constData(),
+                               QFile::encodeName(to).constData(),
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error)
+        raiseSystemError(error.value());
+}
+
+static void writeAll(int file, const QByteArray &bytes)
+{
+    const off_t oldSize = lseek(file, 0, SEEK_END);
+    const ssize_t written = write(file, bytes.constData(), static_cast<size_t>(bytes.size()));
+    int failure = written < 0 ? errno : 0;
+    if (written >= 0 && written < bytes.size())
+        failure = ftruncate(file, oldSize) == 0 ? ENOSPC : errno;
+    if (close(file) != 0 && failure == 0)
+        failure = errno;
+    if (failure != 0)
+        raiseSystemError(failure);
+}
+
+void writeBytes(const QString &path, WriteMode mode, const QByteArray &bytes)
+{
+    const int place = mode == WriteMode::Append ? O_APPEND : O_TRUNC;
+    const int file =
+        open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | place, 0666);
+    if (file < 0)
+        raiseSystemError(errno);
+    writeAll(file, bytes);
+}
+
+} // namespace platform::system

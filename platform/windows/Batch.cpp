@@ -1,0 +1,161 @@
+#include "platform/Files.h"
+#include "platform/NativeHost.h"
+#include "platform/RuntimeError.h"
+#include "platform/windows/System.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QProcess>
+
+#include <string>
+#include <windows.h>
+
+namespace platform {
+
+using namespace Qt::StringLiterals;
+
+// Stands for a window where none shows. No window has it.
+static constexpr std::uint32_t batchProcessHandle = 1;
+
+static QString commandInterpreter()
+{
+    return windowsDirectory() + u"\\System32\\cmd.exe"_s;
+}
+
+// A run of a batch writes its output in the place of the old one, which waits under a hidden name
+// until the new one is whole.
+struct Run
+{
+    QString output;
+    QString oldOutput;
+    qint64 wholeSize = 0;
+};
+
+static qint64 sizeOfSource(const QString &path)
+{
+    if (!fileExists(path))
+        throw RuntimeError(ErrorNumber::FileNotFound, u"File not found: "_s + path);
+    return fileSize(path);
+}
+
+static Run preparedRun(const ConcatenationBatch &batch)
+{
+    deleteLeftovers(batch.folder, leftoverNames);
+    Run run{.output = batch.folder + batch.output,
+            .oldOutput = newHiddenName(batch.folder),
+            .wholeSize = sizeOfSource(batch.folder + batch.header) +
+                         sizeOfSource(batch.folder + batch.audio)};
+    if (fileExists(run.output))
+        replaceFile(run.output, run.oldOutput);
+    return run;
+}
+
+static void putBackOldOutput(const Run &run)
+{
+    QFile::remove(run.output);
+    if (fileExists(run.oldOutput))
+        replaceFile(run.oldOutput, run.output);
+}
+
+// An output that takes the audio's own place cannot come from the batch: the copy would empty its
+// source first.
+static QString commandOf(const ConcatenationBatch &batch, const Run &run)
+{
+    if (batch.audio != batch.output)
+        return batch.batchFile;
+    return u"copy /b "_s + batch.header + u" + "_s + run.oldOutput.mid(batch.folder.size()) + u' ' +
+           batch.output;
+}
+
+// The console is hidden and has the title by which the batch is known. It reads the batch in the
+// code page that the batch is written in.
+static void start(QProcess &process, const QString &folder, const QString &command)
+{
+    process.setWorkingDirectory(folder);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setProgram(commandInterpreter());
+    process.setNativeArguments(u"/d /c chcp %1 > nul & %2"_s.arg(GetACP()).arg(command));
+    process.setCreateProcessArgumentsModifier(
+        [title = commandInterpreter().toStdWString()](
+            QProcess::CreateProcessArguments *arguments) mutable {
+            arguments->flags &= ~static_cast<unsigned long>(CREATE_NO_WINDOW);
+            arguments->flags |= CREATE_NEW_CONSOLE;
+            arguments->startupInfo->lpTitle = title.data();
+            arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
+            arguments->startupInfo->wShowWindow = SW_HIDE;
+        });
+    process.start();
+}
+
+// Drops the old output once the new one is whole. Returns why that is not so, or an empty text.
+static QString finish(QProcess &process, const Run &run)
+{
+    const bool made = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
+                      fileExists(run.output) && fileSize(run.output) == run.wholeSize;
+    if (made) {
+        QFile::remove(run.oldOutput);
+        return {};
+    }
+    const QString reason = QString::fromLocal8Bit(process.readAllStandardError()).simplified();
+    try {
+        putBackOldOutput(run);
+    } catch (const RuntimeError &error) {
+        return error.description() + u": "_s + run.oldOutput;
+    }
+    if (process.exitStatus() != QProcess::NormalExit)
+        return u"the process was ended"_s;
+    return reason.isEmpty() ? u"the command interpreter did not make "_s + run.output : reason;
+}
+
+int NativeHost::startBatch(const ConcatenationBatch &batch,
+                           std::function<void(const QString &)> onFailure)
+{
+    const Run run = preparedRun(batch);
+    auto *process = new QProcess(qApp);
+    QObject::connect(process, &QProcess::finished, process, [=, this] {
+        --m_runningBatches;
+        process->deleteLater();
+        const QString reason = finish(*process, run);
+        if (!reason.isEmpty())
+            onFailure(reason);
+    });
+    // The end of the program does not cut an output off.
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, process,
+                     [process] { process->waitForFinished(); });
+    start(*process, batch.folder, commandOf(batch, run));
+    if (!process->waitForStarted()) {
+        const QString reason = process->errorString();
+        delete process;
+        putBackOldOutput(run);
+        throw RuntimeError(ErrorNumber::FileNotFound, reason);
+    }
+    ++m_runningBatches;
+    return static_cast<int>(process->processId());
+}
+
+static QString titleOf(BatchWindowKind kind)
+{
+    return kind == BatchWindowKind::Running ? commandInterpreter() : u"Beëindigd - tijdelijk"_s;
+}
+
+// A console does not always show its title, and never shows that it has finished when it closes
+// itself, so that the process counts as well.
+std::uint32_t NativeHost::findBatchWindow(BatchWindowKind kind) const
+{
+    if (const HWND window = FindWindowA(nullptr, titleOf(kind).toLocal8Bit()))
+        return HandleToULong(window);
+    const bool isThere = (m_runningBatches > 0) == (kind == BatchWindowKind::Running);
+    return isThere ? batchProcessHandle : 0;
+}
+
+int NativeHost::closeBatchWindow(std::uint32_t window)
+{
+    if (window == batchProcessHandle)
+        return 0;
+    const std::int32_t zero = 0;
+    const auto handle = static_cast<HWND>(ULongToHandle(window));
+    return static_cast<int>(SendMessageA(handle, WM_CLOSE, 0, reinterpret_cast<LPARAM>(&zero)));
+}
+
+} // namespace platform

@@ -1,0 +1,107 @@
+#include "platform/NativeHost.h"
+
+#include "platform/windows/System.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QWidget>
+
+#include <array>
+#include <shlobj.h>
+#include <windows.h>
+
+namespace platform {
+
+using namespace Qt::StringLiterals;
+
+std::chrono::local_seconds NativeHost::now() const
+{
+    SYSTEMTIME local = {};
+    GetLocalTime(&local);
+    const std::chrono::year_month_day day{std::chrono::year{local.wYear},
+                                          std::chrono::month{local.wMonth},
+                                          std::chrono::day{local.wDay}};
+    return std::chrono::local_days{day} + std::chrono::hours{local.wHour} +
+           std::chrono::minutes{local.wMinute} + std::chrono::seconds{local.wSecond};
+}
+
+std::int32_t NativeHost::tickCount() const
+{
+    return static_cast<std::int32_t>(GetTickCount()); // wraps on purpose
+}
+
+void NativeHost::sleep(std::chrono::milliseconds duration)
+{
+    Sleep(static_cast<DWORD>(duration.count()));
+}
+
+QString NativeHost::programFolder() const
+{
+    // Asked for before there is an application object, so not of that.
+    QString path(32'767, QChar::Null); // the longest path of the system
+    const DWORD size = GetModuleFileNameW(nullptr, reinterpret_cast<wchar_t *>(path.data()),
+                                          static_cast<DWORD>(path.size()));
+    return path.first(size).section(u'\\', 0, -2);
+}
+
+QString windowsDirectory()
+{
+    std::array<char, 254> path = {};
+    GetWindowsDirectoryA(path.data(), static_cast<UINT>(path.size()));
+    return QString::fromLocal8Bit(path.data());
+}
+
+QString NativeHost::settingsDirectory() const
+{
+    return windowsDirectory();
+}
+
+static QByteArray pathIn(const QString &folder, const QString &file)
+{
+    return QDir::toNativeSeparators(folder + u'/' + file).toLocal8Bit();
+}
+
+QString NativeHost::profileString(const QString &file, const QString &section, const QString &key,
+                                  const QString &defaultValue, int size) const
+{
+    QByteArray value(size, '\0');
+    const DWORD length = GetPrivateProfileStringA(
+        section.toLocal8Bit(), key.toLocal8Bit(), defaultValue.toLocal8Bit(), value.data(),
+        static_cast<DWORD>(size), pathIn(settingsDirectory(), file));
+    return QString::fromLocal8Bit(value.first(static_cast<qsizetype>(length)));
+}
+
+bool NativeHost::writeProfileString(const QString &file, const QString &section, const QString &key,
+                                    const QString &value)
+{
+    return WritePrivateProfileStringA(section.toLocal8Bit(), key.toLocal8Bit(), value.toLocal8Bit(),
+                                      pathIn(settingsDirectory(), file)) != FALSE;
+}
+
+// The editor takes all behind its name for the path, blanks and all.
+void NativeHost::openTextEditor(const QString &path, std::function<void()> onFailure)
+{
+    QProcess editor;
+    editor.setProgram(u"Notepad"_s);
+    editor.setNativeArguments(QDir::toNativeSeparators(path));
+    if (!editor.startDetached())
+        onFailure();
+}
+
+// The shell's record of the choice is not released: that costs a few bytes for each.
+QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
+{
+    std::array<char, MAX_PATH> path = {};
+    const QByteArray localTitle = title.toLocal8Bit();
+    BROWSEINFOA choice = {};
+    choice.hwndOwner = owner ? reinterpret_cast<HWND>(owner->winId()) : nullptr;
+    choice.pszDisplayName = path.data();
+    choice.lpszTitle = localTitle.constData();
+    choice.ulFlags = BIF_RETURNONLYFSDIRS;
+    const auto *chosen = SHBrowseForFolderA(&choice);
+    if (!chosen || SHGetPathFromIDListA(chosen, path.data()) != TRUE)
+        return {};
+    return QString::fromLocal8Bit(path.data());
+}
+
+} // namespace platform

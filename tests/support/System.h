@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QStringList>
+#include <QtGlobal>
+
+// What tests need of the operating system.
+namespace testing_support {
+
+/// Makes the socket's end a reset of its connection.
+void resetAtEnd(qintptr socket);
+
+/// Names of files that a batch can join.
+QStringList namesInBatches();
+
+/// Makes "slow.bat", "header" and "audio" in the folder: a batch whose process runs until
+/// endSlowBatch(), and makes "out" of the texts "header" and "audio".
+void makeSlowBatch(const QString &folder);
+void endSlowBatch(const QString &folder);
+
+} // namespace testing_support

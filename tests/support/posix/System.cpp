@@ -1,0 +1,36 @@
+#include "tests/support/System.h"
+
+#include "tests/support/Files.h"
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+
+namespace testing_support {
+
+using namespace Qt::StringLiterals;
+
+void resetAtEnd(qintptr socket)
+{
+    const linger atOnce{.l_onoff = 1, .l_linger = 0};
+    setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+}
+
+QStringList namesInBatches()
+{
+    return {u"audio.mp2"_s, u"é"_s,          u"-n"_s,         u"a b"_s, u"--help"_s,
+            u";touch x"_s,  u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s};
+}
+
+// A pipe that nobody fills keeps the process that reads it.
+void makeSlowBatch(const QString &folder)
+{
+    makeFile(folder + u"/header"_s, "header");
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder + u"/audio"_s).constData(), 0600), 0);
+}
+
+void endSlowBatch(const QString &folder)
+{
+    makeFile(folder + u"/audio"_s, "audio");
+}
+
+} // namespace testing_support

@@ -1,0 +1,37 @@
+#include "tests/support/System.h"
+
+#include "tests/support/Files.h"
+
+#include <winsock2.h>
+
+namespace testing_support {
+
+using namespace Qt::StringLiterals;
+
+void resetAtEnd(qintptr socket)
+{
+    const linger atOnce{.l_onoff = 1, .l_linger = 0};
+    setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_LINGER,
+               reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
+}
+
+QStringList namesInBatches()
+{
+    return {u"audio.mp2"_s, u"-n"_s, u"$x"_s, u"a.b.c"_s};
+}
+
+void makeSlowBatch(const QString &folder)
+{
+    makeFile(folder + u"/header"_s, "header");
+    makeFile(folder + u"/audio"_s, "audio");
+    makeFile(folder + u"/slow.bat"_s,
+             ":wait\r\nping -n 2 127.0.0.1 > nul\r\nif not exist go goto wait\r\n"
+             "copy /b header + audio out");
+}
+
+void endSlowBatch(const QString &folder)
+{
+    makeFile(folder + u"/go"_s, {});
+}
+
+} // namespace testing_support

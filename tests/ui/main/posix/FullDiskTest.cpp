@@ -1,0 +1,31 @@
+#include "tests/support/posix/FileSizeLimit.h"
+#include "tests/ui/main/SpcCycle.h"
+
+// A limit on the size of written files stands for a full disk, and meets the batch's process too.
+TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
+{
+    const std::tuple<rlim_t, rlim_t, bool> cases[] = {
+        {200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
+    openForm();
+    for (const auto &[forHeaderAndBatch, forCopy, makesSpcFile] : cases) {
+        SCOPED_TRACE(forHeaderAndBatch);
+        makeFile(destination(u"news.spc"_s), "old");
+        makeFile(spcFolder(u"news.spc"_s), "old");
+        makeFile(destination(u"latest.mp2"_s), audio);
+        {
+            const FileSizeLimit limit(forHeaderAndBatch);
+            form->WriteSpcHeader();
+            waitForBatch();
+        }
+        {
+            const FileSizeLimit limit(forCopy);
+            tickWatch();
+        }
+        EXPECT_EQ(QFile(destination(u"news.spc"_s)).size(), makesSpcFile ? 256 + audio.size() : 3);
+        EXPECT_EQ(fileBytes(spcFolder(u"news.spc"_s)), "old");
+        EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
+        EXPECT_FALSE(watch()->isActive());
+        EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
+        EXPECT_FALSE(log().isEmpty());
+    }
+}
