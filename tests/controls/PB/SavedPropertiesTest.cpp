@@ -3,6 +3,7 @@
 #include "tests/support/Test.h"
 
 #include <QMap>
+#include <QSignalSpy>
 #include <QStringList>
 
 #include <vector>
@@ -15,18 +16,17 @@ class MemoryBag : public controls::PropertyBag
 {
 public:
     QMap<QString, QVariant> entries;
-    QStringList stored;           ///< keys in the order of storing
-    mutable QStringList lookedUp; ///< keys in the order of reading
+    mutable QStringList keys; ///< in the order of storing or reading
 
 private:
     QVariant find(const QString &key) const override
     {
-        lookedUp << key;
+        keys << key;
         return entries.value(key);
     }
     void store(const QString &key, const QVariant &value) override
     {
-        stored << key;
+        keys << key;
         entries[key] = value;
     }
 };
@@ -38,58 +38,63 @@ MemoryBag savedBy(const PB &bar)
     return bag;
 }
 
-QString keysSavedBy(const PB &bar)
-{
-    return savedBy(bar).stored.join(u' ');
-}
-
-/// Each saved property with what an empty bag makes of it, when it was something else before; an
-/// invalid value stands for what it was before.
-struct SavedProperty
+/// A property of a new control, some other value, and what an empty bag makes of that. An invalid
+/// value stands for whatever it was before.
+struct Property
 {
     const char *name;
-    QVariant before;
-    QVariant fromEmptyBag;
+    QVariant ofNew, set, fromEmptyBag;
 };
 
-std::vector<SavedProperty> savedProperties()
+std::vector<Property> properties()
 {
     QFont font;
     font.setPointSize(19);
     return {
-        {"Appearance", 0, {}},
-        {"ForeColor", 0x112233U, {}},
-        {"BackColor", 0x445566U, {}},
-        {"FillColor", 0x778899U, {}},
-        {"BorderStyle", 0, 1},
-        {"CaptionStyle", 2, 3},
-        {"Enabled", false, true},
-        {"Caption", u"Hourly"_s, u""_s},
-        {"Max", 500, 100},
-        {"Min", -20, 0},
-        {"CaptionFont", font, {}},
+        {"Appearance", 1, 0, {}},         {"ForeColor", {}, 0x112233U, {}},
+        {"BackColor", {}, 0x445566U, {}}, {"FillColor", 0xFF0000U, 0x778899U, {}},
+        {"BorderStyle", 1, 0, 1},         {"CaptionStyle", 2, 1, 3},
+        {"Enabled", true, false, true},   {"Caption", u""_s, u"Hourly"_s, u""_s},
+        {"Max", 100, 500, 100},           {"Min", 0, -20, 0},
+        {"CaptionFont", {}, font, {}},
     };
 }
 
 void setAll(PB &bar)
 {
-    for (const SavedProperty &property : savedProperties())
-        bar.setProperty(property.name, property.before);
+    for (const Property &property : properties())
+        EXPECT_TRUE(bar.setProperty(property.name, property.set)) << property.name;
 }
 
 } // namespace
+
+TEST(Properties, AllButValueTellTheHostOfAChange)
+{
+    PB bar;
+    const QSignalSpy changed(&bar, &PB::propertyChanged);
+    EXPECT_EQ(bar.value(), 0);
+    bar.setValue(50);
+    for (const auto &[name, ofNew, set, fromEmptyBag] : properties()) {
+        const auto before = changed.count();
+        EXPECT_TRUE(!ofNew.isValid() || bar.property(name) == ofNew) << name;
+        bar.setProperty(name, set);
+        EXPECT_EQ(bar.property(name), set) << name;
+        EXPECT_EQ(changed.count(), before + 1) << name;
+    }
+    EXPECT_EQ(changed.count(), properties().size());
+    EXPECT_FALSE(bar.findChild<QWidget *>(u"picProgress"_s)->isEnabled());
+    EXPECT_TRUE(bar.isEnabled());
+}
 
 TEST(SavedProperties, WrittenInOrderWithoutThoseAtTheirDefault)
 {
     PB bar;
     bar.setMax(500);
-    EXPECT_EQ(keysSavedBy(bar), u"Appearance ForeColor BackColor FillColor Font "
-                                "CaptionStyle Caption CaptionFont"_s);
     bar.setCaptionStyle(3);
-    EXPECT_EQ(keysSavedBy(bar),
+    EXPECT_EQ(savedBy(bar).keys.join(u' '),
               u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s);
     setAll(bar);
-    EXPECT_EQ(keysSavedBy(bar),
+    EXPECT_EQ(savedBy(bar).keys.join(u' '),
               u"Appearance ForeColor BackColor FillColor Font BorderStyle CaptionStyle "
               "Enabled Caption Min CaptionFont"_s);
 }
@@ -100,13 +105,10 @@ TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
     setAll(bar);
     const MemoryBag empty;
     bar.readProperties(empty);
-    EXPECT_EQ(empty.lookedUp.join(u' '), u"Appearance ForeColor BackColor FillColor BorderStyle "
-                                         "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
-    for (const SavedProperty &property : savedProperties()) {
-        EXPECT_EQ(bar.property(property.name),
-                  property.fromEmptyBag.isValid() ? property.fromEmptyBag : property.before)
-            << property.name;
-    }
+    EXPECT_EQ(empty.keys.join(u' '), u"Appearance ForeColor BackColor FillColor BorderStyle "
+                                     "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
+    for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
+        EXPECT_EQ(bar.property(name), fromEmptyBag.isValid() ? fromEmptyBag : set) << name;
 }
 
 TEST(SavedProperties, SavedControlComesBackExceptItsMax)
@@ -120,8 +122,8 @@ TEST(SavedProperties, SavedControlComesBackExceptItsMax)
     loaded.readProperties(bag);
     EXPECT_EQ(loaded.Max(), 100);
     loaded.setMax(saved.Max());
-    for (const SavedProperty &property : savedProperties())
-        EXPECT_EQ(loaded.property(property.name), property.before) << property.name;
+    for (const Property &property : properties())
+        EXPECT_EQ(loaded.property(property.name), property.set) << property.name;
 
     bag.entries[u"Max"_s] = 250;
     loaded.readProperties(bag);
