@@ -4,14 +4,16 @@
 using controls::DL;
 using controls::mayLeadTo;
 
-static const QByteArray Audio = QByteArray("0123456789").repeated(300);
+namespace {
 
-static Answer with(const QByteArray &header, Framing framing = Framing::Length)
+const QByteArray Audio = QByteArray("0123456789").repeated(300);
+
+Answer with(const QByteArray &header, Framing framing = Framing::Length)
 {
     return {.headers = {header}, .body = Audio, .framing = framing, .ending = Ending::Close};
 }
 
-static Answer announcing(qint64 length, Ending ending = Ending::Close)
+Answer announcing(qint64 length, Ending ending = Ending::Close)
 {
     return {.body = Audio, .announced = length, .ending = ending};
 }
@@ -24,7 +26,7 @@ struct Case
     controls::Limits limits = {};
 };
 
-static const Case Cases[] = {
+const Case Cases[] = {
     {"whole", {.body = Audio}, {3000, 3000}},
     {"empty", {}, {0, 0}},
     {"not found", {.status = 404, .body = Audio}, {0, 0}},
@@ -51,6 +53,8 @@ static const Case Cases[] = {
     {"stream of 3 GiB", announcing(3LL << 30), {1000, 0}, {.mostUnannounced = 1000}},
     {"no stream", {.body = Audio}, {3000, 3000}, {.mostUnannounced = 1000}},
 };
+
+} // namespace
 
 TEST_F(Downloads, AnswersGiveCountsAndFile)
 {
