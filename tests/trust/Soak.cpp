@@ -34,8 +34,7 @@ protected:
         QDir().mkpath(spcFolder);
         qputenv("TMPDIR", QFile::encodeName(host.folder()));
         openForm();
-        QObject::connect(form->findChild<controls::DL *>(), &controls::DL::Progress, form.get(),
-                         [this] { ++host.ticks; });
+        onProgress([this] { ++host.ticks; });
     }
 
     void runCycle(int slot)
@@ -45,16 +44,14 @@ protected:
         runDownload();
         while (makesSpc && !host.findBatchWindow(platform::BatchWindowKind::Finished))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        auto *watch = form->findChild<QTimer *>(u"Timer2"_s);
-        if (watch->isActive())
-            QMetaObject::invokeMethod(watch, "timeout");
+        if (auto *watch = formControl<QTimer>(u"Timer2"_s); watch->isActive())
+            tick(watch);
         host.sleeps.clear();
         station.forgetRequests();
 
-        const QString told = slot == 3 ? u"Can not connect"_s : u"Disconnected"_s;
         const bool fails = slot == 3 || slot == 7;
-        EXPECT_EQ(log().size(), 1);
-        EXPECT_TRUE(log().join(u'|').endsWith(fails ? told : u" kB/s"_s));
+        const QString failure = slot == 3 ? u"Can not connect"_s : u"Disconnected"_s;
+        EXPECT_TRUE(log().size() == 1 && log().first().endsWith(fails ? failure : u" kB/s"_s));
         QFile::remove(app::logFilePath());
         const QByteArray file = fileBytes(destination(u"file%1"_s.arg(slot)));
         EXPECT_EQ(file.mid(makesSpc ? 256 : 0), fails ? QByteArray() : audio);

@@ -3,12 +3,10 @@
 #include "store/Transaction.h"
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QAction>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QNetworkProxy>
-#include <QSignalSpy>
 #include <QTcpSocket>
 
 #include <algorithm>
@@ -180,7 +178,7 @@ protected:
     {
         reach(event.at);
         if (event.kind == listOpen) {
-            form->findChild<QAction *>(u"mnuMutaties"_s)->trigger();
+            trigger(u"mnuMutaties"_s);
         } else if (event.by > 0s) {
             reach(host.clock + event.by, event.kind);
         } else {
@@ -195,7 +193,7 @@ protected:
     {
         m_late += slot && slot->first < host.clock;
         const size_t asked = station.requests().size();
-        QSignalSpy completed(form->findChild<controls::DL *>(), &controls::DL::Completed);
+        QSignalSpy completed(formControl<controls::DL>(), &controls::DL::Completed);
         pass(m_duration, held);
         const auto next = m_calendar.upper_bound(m_settled)->first; // may start within the tick
         EXPECT_TRUE(next <= host.clock + 3s || !tickStarts()) << "two downloads at once";
@@ -205,12 +203,12 @@ protected:
 
         const Fate fate = outcomes[m_outcome];
         const QStringList lines = log();
-        const int task = lines.value(0).mid(5, 2).toInt();
+        ASSERT_EQ(lines.size(), 1);
+        const int task = lines[0].mid(5, 2).toInt();
         const QString told = fate == fetched  ? u" kB/s"_s
                              : fate == cutOff ? u" - Disconnected"_s
                                               : u" - Can not connect"_s;
-        ASSERT_EQ(lines.size(), 1);
-        EXPECT_TRUE(lines.back().startsWith(taskName(task)) && lines.back().endsWith(told));
+        EXPECT_TRUE(lines[0].startsWith(taskName(task)) && lines[0].endsWith(told));
         QFile::remove(app::logFilePath());
         const size_t requests = station.requests().size() - asked;
         EXPECT_TRUE(fate == reset ? requests >= 1 : requests == (fate != refused)) << requests;
@@ -261,11 +259,13 @@ TEST_F(Year, FetchesEachSlotOnce)
         for (const auto &[task, fates] : tasks) {
             EXPECT_TRUE(!fates.empty() || slot <= start || slot >= m_end || HasFailure());
             for (const Fate fate : fates)
-                sum += ++counts[fate] > 0;
+                ++counts[fate];
         }
     }
-    for (const auto &[fate, count] : counts)
+    for (const auto &[fate, count] : counts) {
         std::printf("%8d  %s\n", count, fate.data());
+        sum += count;
+    }
     std::printf("%8d  slots in all; %d of them fetched late, after a jump\n", sum, m_late);
     EXPECT_GT(counts[fetched], 0);
     EXPECT_EQ(destinationFiles(), m_lastGood.keys());
