@@ -2,6 +2,7 @@
 #include "tests/controls/DL/Downloads.h"
 
 using controls::DL;
+using controls::Limits;
 using controls::mayLeadTo;
 
 namespace {
@@ -23,8 +24,12 @@ struct Case
     const char *name;
     Answer answer;
     Counts counts; ///< a file of as many bytes comes of those that agree
-    controls::Limits limits = {};
+    Limits limits = {};
 };
+
+constexpr Limits Idle = {.idle = 300ms};
+constexpr Limits Slow = {.period = 400ms, .leastBytes = 100};
+constexpr Limits Short = {.mostUnannounced = 1000};
 
 const Case Cases[] = {
     {"whole", {.body = Audio}, {3000, 3000}},
@@ -37,21 +42,15 @@ const Case Cases[] = {
     {"negative length", announcing(-3000), {3000, 0}},
     {"the first length that is none", announcing((1LL << 31) - 1), {3000, 0}},
     {"length that wraps to 3000", announcing((1LL << 32) + 3000), {3000, 0}},
-    {"stalls before the body", {.body = Audio, .cutAfter = 0}, {0, 3000}, {.idle = 300ms}},
-    {"stalls in the body", {.body = Audio, .cutAfter = 10}, {10, 3000}, {.idle = 300ms}},
+    {"stalls before the body", {.body = Audio, .cutAfter = 0}, {0, 3000}, Idle},
+    {"stalls in the body", {.body = Audio, .cutAfter = 10}, {10, 3000}, Idle},
     // Each period counts for itself, however much came before.
-    {"a burst",
-     announcing(9000, Ending::KeepOpen),
-     {3000, 9000},
-     {.period = 400ms, .leastBytes = 2000}},
-    {"slow, but steady",
-     {.body = Audio, .bytesPerSecond = 3000},
-     {3000, 3000},
-     {.period = 400ms, .leastBytes = 100}},
-    {"chunked stream", with("X: y", Framing::Chunked), {1000, 0}, {.mostUnannounced = 1000}},
-    {"stream", with("X: y", Framing::UntilClose), {1000, 0}, {.mostUnannounced = 1000}},
-    {"stream of 3 GiB", announcing(3LL << 30), {1000, 0}, {.mostUnannounced = 1000}},
-    {"no stream", {.body = Audio}, {3000, 3000}, {.mostUnannounced = 1000}},
+    {"a burst", announcing(9000, Ending::KeepOpen), {3000, 9000}, Slow},
+    {"slow, but steady", {.body = Audio, .bytesPerSecond = 3000}, {3000, 3000}, Slow},
+    {"chunked stream", with("X: y", Framing::Chunked), {1000, 0}, Short},
+    {"stream", with("X: y", Framing::UntilClose), {1000, 0}, Short},
+    {"stream of 3 GiB", announcing(3LL << 30), {1000, 0}, Short},
+    {"no stream", {.body = Audio}, {3000, 3000}, Short},
 };
 
 } // namespace
