@@ -5,187 +5,146 @@
 
 namespace {
 
-// One task in one slot of the week, with the station's audio under /radio/latest.mp2.
+const QByteArray Audio(123'456, 'a');
+const QString Place = u"http://station.example/"_s;
+
+// A download, by default one that succeeds, and what becomes of it.
+struct Download
+{
+    QString address;
+    Answer answer = {.body = Audio};
+    QString logged = u"Hourly - 123.456 kB - 98.76 kB/s"_s;
+    QString status = u"Download completed..."_s;
+    std::chrono::milliseconds pause = 2000ms;
+    QByteArray file = Audio;
+    Boolean isForced = Boolean::False;
+    qint32 startTick = 0;
+    qint32 endTick = 1250;
+};
+
+// What the window shows of a download, and whether tasks and options can be edited.
+using Shown = std::tuple<QString, QString, bool, bool, bool>;
+const Shown Waiting = {u"Next Download"_s, u""_s, false, true, true};
+const Shown Downloading = {u"Progress Download"_s, u"Hourly will now be downloaded..."_s, true,
+                           false, false};
+
+// One task in one slot of the week.
 class DownloadCycle : public MainFormTest
 {
 protected:
-    DownloadCycle()
+    DownloadCycle() { addTaskAt(due, u"Hourly"_s, u"/latest.mp2"_s, u"news.mp2"_s); }
+
+    Shown shown() const
     {
-        addTaskAt(due, u"Hourly"_s, u"/radio/latest.mp2"_s, u"news.mp2"_s);
-        answer({.body = audio});
+        return {formControl<QGroupBox>(u"frameDownload"_s)->title(), status(),
+                formControl<QWidget>(u"pBar"_s)->isVisible(), canUse(u"mnuOpdrachten"_s),
+                canUse(u"mnuOpties"_s)};
     }
 
-    void answer(const Answer &answer) { station.answer(u"/radio/latest.mp2"_s, answer); }
-
-    void setAddress(const QString &address) { setTasks(u"Download_adres = '%1'"_s.arg(address)); }
-
-    QString frameTitle() const { return formControl<QGroupBox>(u"frameDownload"_s)->title(); }
-    QByteArray news() const { return fileBytes(destination(u"news.mp2"_s)); }
+    QString figuresAt(std::chrono::local_seconds moment)
+    {
+        host.clock = moment;
+        tick();
+        return QStringList{labelText(u"Label1"_s), labelText(u"Label2"_s), labelText(u"Label3"_s)}
+            .join(u' ');
+    }
 
     void expectNextWeekArmed() const
     {
         EXPECT_EQ(form->DownloadEntry.DownloadTime, due + std::chrono::days(7));
         EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
-        EXPECT_TRUE(canUse(u"mnuOpdrachten"_s));
+        EXPECT_EQ(ui::ForcedDownload, Boolean::False);
+        EXPECT_EQ(shown(), Waiting);
     }
-
-    const QByteArray audio = QByteArray(123456, 'a');
-    const QStringList newsOnly = {u"news.mp2"_s};
 };
 
 } // namespace
 
 TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
 {
+    station.answerOthers({.raw = ""}); // and no more
     openForm();
-    host.clock = due - 61s;
-    tick();
-    EXPECT_EQ(labelText(u"Label1"_s), u"11:28"_s);
-    EXPECT_EQ(labelText(u"Label2"_s), u"59"_s);
-    EXPECT_EQ(labelText(u"Label3"_s), u"61"_s);
+    EXPECT_EQ(figuresAt(due - 61s), u"11:28 59 61"_s);
     EXPECT_TRUE(labelText(u"Label4"_s).endsWith(u"11:30:00 ==> Hourly"_s));
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
-
-    host.clock = due;
-    tick();
-    EXPECT_EQ(labelText(u"Label3"_s), u"0"_s);
+    EXPECT_EQ(figuresAt(due), u"11:30 00 0"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
-    EXPECT_EQ(status(), u"Hourly will now be downloaded..."_s);
-    EXPECT_EQ(frameTitle(), u"Progress Download"_s);
-    EXPECT_TRUE(formControl<QWidget>(u"pBar"_s)->isVisible());
-    EXPECT_FALSE(canUse(u"mnuOpdrachten"_s));
-    EXPECT_FALSE(canUse(u"mnuOpties"_s));
-    EXPECT_EQ(host.beeps, 1);
+    EXPECT_EQ(shown(), Downloading);
     EXPECT_EQ(QDir::currentPath() + u'/', destination({}));
-
-    host.clock = due + 1s;
-    tick();
+    EXPECT_EQ(figuresAt(due + 1s), u"11:30 01 0"_s);
     EXPECT_EQ(host.beeps, 1);
-    EXPECT_EQ(labelText(u"Label3"_s), u"0"_s);
-    EXPECT_EQ(labelText(u"Label2"_s), u"01"_s);
+
+    lookUpBeforeDue();
+    EXPECT_EQ(figuresAt(due - 1s), u"11:29 59 1"_s);
+    EXPECT_EQ(figuresAt(due + 2h), u"13:30 00 1"_s); // jumped over it
+    EXPECT_EQ(host.beeps, 2);
 }
 
-TEST_F(DownloadCycle, AMomentThatTheClockJumpedOverStartsAtTheNextTick)
-{
-    openForm();
-    tick();
-    const QString secondsToGo = labelText(u"Label3"_s);
-    host.clock = due + 2h;
-    tick();
-    EXPECT_EQ(host.beeps, 1);
-    EXPECT_EQ(labelText(u"Label3"_s), secondsToGo);
-}
-
-TEST_F(DownloadCycle, ReplacesTheFileLogsAndArmsTheNextSlot)
-{
-    makeFile(destination(u"news.mp2"_s), "old");
-    makeFile(destination(u"latest.mp2"_s), "stale");
-    openForm();
-    onProgress([this] { host.ticks = 1250; });
-    runDownload();
-    EXPECT_EQ(news(), audio);
-    EXPECT_EQ(destinationFiles(), newsOnly);
-    EXPECT_EQ(log(), QStringList{u"Hourly - 123.456 kB - 98.76 kB/s"_s});
-    EXPECT_EQ(host.sleeps, QList{2000ms});
-    EXPECT_EQ(statusesDuringPauses, QStringList{u"Download completed..."_s});
-    EXPECT_EQ(formControl<controls::PB>()->value(), 100);
-    expectNextWeekArmed();
-    ASSERT_EQ(station.requests().size(), 1);
-    EXPECT_EQ(station.requests()[0].target, "http://station.example:80/radio/latest.mp2");
-}
-
-TEST_F(DownloadCycle, ShowsTheProgress)
-{
-    openForm();
-    QString lastStatus;
-    qint32 lastValue = 0;
-    onProgress([&] {
-        lastStatus = status();
-        lastValue = formControl<controls::PB>()->value();
-    });
-    answer({.body = audio, .cutAfter = 43210, .ending = Ending::Close});
-    runDownload();
-    EXPECT_EQ(lastStatus, u"Download: Hourly   43.21 kB / 123.456 kB"_s);
-    EXPECT_EQ(lastValue, 35);
-}
-
-TEST_F(DownloadCycle, EveryFailureIsToldAndTheNextSlotArmed)
-{
-    const QString noConnection = u"Can not connect"_s, cutOff = u"Disconnected"_s;
-    const std::tuple<const char *, Answer, QString> cases[] = {
-        {"missing", {.status = 404, .body = "no such page"}, noConnection},
-        {"empty", {.body = ""}, noConnection},
-        {"reset at once", {.raw = "", .ending = Ending::Reset}, noConnection},
-        {"garbage", {.raw = "\x01 not HTTP\r\n\r\n", .ending = Ending::Close}, noConnection},
-        {"too little", {.body = audio, .cutAfter = 1000, .ending = Ending::Close}, cutOff},
-        {"no length",
-         {.body = audio, .framing = Framing::UntilClose, .ending = Ending::Close},
-         cutOff},
-        {"redirect loop",
-         {.status = 302, .headers = {"Location: http://station.example/radio/latest.mp2"}},
-         noConnection},
-    };
-    makeFile(destination(u"news.mp2"_s), "old");
-    openForm();
-    for (const auto &[what, faulty, outcome] : cases) {
-        SCOPED_TRACE(what);
-        answer(faulty);
-        ui::ForcedDownload = Boolean::True;
-        lookUpBeforeDue();
-        runDownload();
-        EXPECT_EQ(log().back(), u"Hourly - "_s + outcome);
-        EXPECT_EQ(statusesDuringPauses, QStringList{outcome + u"..."_s});
-        EXPECT_EQ(host.sleeps, QList{3000ms});
-        EXPECT_EQ(ui::ForcedDownload, Boolean::False);
-        expectNextWeekArmed();
-    }
-    for (const QString &address :
-         {u"https://station.example/radio/latest.mp2"_s, u"file:///etc/passwd"_s,
-          u"http://station.example/"_s + QString(2000, u'x')}) {
-        setAddress(address);
-        lookUpBeforeDue();
-        runDownload();
-        EXPECT_EQ(log().back(), u"Hourly - Can not connect"_s) << address.toStdString();
-        expectNextWeekArmed();
-    }
-    EXPECT_EQ(log().size(), std::size(cases) + 3);
-    EXPECT_EQ(destinationFiles(), newsOnly);
-    EXPECT_EQ(news(), "old");
-}
-
-// Where speed or its measuring fails, the file stays nevertheless.
-TEST_F(DownloadCycle, LogsTheSpeedByTheTickCounter)
+TEST_F(DownloadCycle, IsToldKeepsTheFileAndArmsTheNextSlot)
 {
     constexpr qint32 last = 2'147'483'647;
-    const struct
-    {
-        qint32 start, end;
-        bool isForced;
-        QString logged;
-    } cases[] = {
-        {last, last - 1000, true, u"Hourly - 123.456 kB - -123.46 kB/s - Forced"_s},
-        {0, 0, false, u"Division by zero"_s},
-        {last, -last, false, u"Overflow"_s},
+    const QString news = destination(u"news.mp2"_s);
+    const QString noFile = u"File not found"_s, noWay = u"Can not connect"_s;
+    const auto failed = [](const QString &address, const Answer &answer, const QString &told) {
+        return Download{address, answer, u"Hourly - "_s + told, told + u"..."_s,
+                        3000ms,  "old",  Boolean::True};
     };
+    const Download cases[] = {
+        {Place + u"latest.mp2"_s},
+        {Place + u"late st.mp2"_s},
+        {Place + u"a;b$(c)&d.mp2"_s},
+        {Place + u"*"_s},
+        {Place + u"--help"_s},
+        {Place + u"50%25.mp2?x=1"_s},
+        {Place + u"news.mp2"_s}, // the task's own file name
+        {.address = Place + u"a"_s,
+         .logged = u"Hourly - 123.456 kB - -123.46 kB/s - Forced"_s,
+         .isForced = Boolean::True,
+         .startTick = last,
+         .endTick = last - 1000},
+        {.address = Place + u"a"_s, .logged = u"Division by zero"_s, .endTick = 0},
+        {.address = Place + u"a"_s, .logged = u"Overflow"_s, .startTick = last, .endTick = -last},
+        {.address = Place, .logged = noFile, .file = "old"},
+        {.address = Place + QString(2000, u'x'), .logged = noFile, .file = "old"},
+        failed(Place + u"a"_s, {.status = 404, .body = "no such page"}, noWay),
+        failed(u"https://station.example/a"_s, {.body = Audio}, noWay),
+        failed(u"file:///etc/passwd"_s, {.body = Audio}, noWay),
+        failed(Place + u"a"_s, {.body = Audio, .cutAfter = 43'210, .ending = Ending::Close},
+               u"Disconnected"_s),
+    };
+    makeFile(destination(u"bystander"_s), {});
+    makeFile(destination(u"latest.mp2"_s), "stale");
     openForm();
-    for (const auto &[start, end, isForced, logged] : cases) {
-        SCOPED_TRACE(logged.toStdString());
+    qint32 endTick = 0;
+    QString lastStatus;
+    onProgress([&] {
+        host.ticks = endTick;
+        lastStatus = status();
+    });
+    for (const Download &download : cases) {
+        SCOPED_TRACE(download.address.left(60).toStdString());
+        makeFile(news, "old");
+        station.answerOthers(download.answer);
+        setTasks(u"Download_adres = '%1'"_s.arg(download.address));
         lookUpBeforeDue();
-        ui::ForcedDownload = platform::toBoolean(isForced);
-        host.ticks = start;
-        onProgress([this, ticks = end] { host.ticks = ticks; });
+        ui::ForcedDownload = download.isForced;
+        host.ticks = download.startTick;
+        endTick = download.endTick;
         runDownload();
-        EXPECT_EQ(log().back(), logged);
-        EXPECT_EQ(ui::ForcedDownload, Boolean::False);
-        EXPECT_EQ(destinationFiles(), newsOnly);
-        EXPECT_EQ(news(), audio);
+        EXPECT_EQ(log().back(), download.logged);
+        EXPECT_EQ(statusesDuringPauses, QStringList{download.status});
+        EXPECT_EQ(host.sleeps, QList{download.pause});
+        EXPECT_EQ(fileBytes(news), download.file);
+        EXPECT_EQ(destinationFiles(), (QStringList{u"bystander"_s, u"news.mp2"_s}));
         expectNextWeekArmed();
-        QFile::remove(destination(u"news.mp2"_s));
     }
-    EXPECT_EQ(log().size(), std::size(cases));
+    EXPECT_EQ(log().size(), std::size(cases) + 2); // those without a file tell two things
+    EXPECT_EQ(station.requests()[0].target, "http://station.example:80/latest.mp2");
+    EXPECT_EQ(lastStatus, u"Download: Hourly   43.21 kB / 123.456 kB"_s);
+    EXPECT_EQ(formControl<controls::PB>()->value(), 35);
 }
 
-TEST_F(DownloadCycle, AMissingDestinationGivesTheSlotUp)
+TEST_F(DownloadCycle, ASlotThatCannotStartIsToldAndGivenUp)
 {
     openForm();
     for (const QString &folder : {host.folder() + u"/none"_s, u""_s, u"relative"_s, u"?"_s}) {
@@ -198,100 +157,39 @@ TEST_F(DownloadCycle, AMissingDestinationGivesTheSlotUp)
         EXPECT_EQ(host.sleeps, QList{1000ms});
         expectNextWeekArmed();
     }
-    EXPECT_TRUE(station.requests().empty());
-}
-
-TEST_F(DownloadCycle, ADownloadThatCannotStartIsLoggedAndDoesNotStayStuck)
-{
-    setAddress(u"no slash after the seventh character"_s);
-    openForm();
+    app::sBestemmingsmap = destination({});
+    setTasks(u"Download_adres = '%1'"_s.arg(u"no slash after the seventh character"_s));
+    lookUpBeforeDue();
     host.clock = due;
     tick();
-    EXPECT_EQ(log(), QStringList{u"Invalid procedure call or argument"_s});
-    EXPECT_EQ(status(), u"Hourly will now be downloaded..."_s);
-    EXPECT_EQ(frameTitle(), u"Progress Download"_s);
+    EXPECT_EQ(log().back(), u"Invalid procedure call or argument"_s);
+    EXPECT_EQ(shown(), Downloading);
     EXPECT_TRUE(recompute()->isActive());
+    EXPECT_TRUE(station.requests().empty());
     host.clock = due + 3s;
     tick(recompute());
     expectNextWeekArmed();
 }
 
-TEST_F(DownloadCycle, NamesAreUsedAsTheyStandInTheAddress)
+TEST_F(DownloadCycle, GoesOnWithoutALogOrAPlaceForTheFile)
 {
-    station.answerOthers({.body = audio});
+    station.answerOthers({.body = Audio});
+    QDir().mkpath(app::logFilePath()); // a folder in its place
     openForm();
-    // the last one is the task's own file name
-    for (const QString &name : {u"late st.mp2"_s, u"a;b$(c)&d.mp2"_s, u"*"_s, u"--help"_s,
-                                u"50%25.mp2?x=1"_s, u"news.mp2"_s}) {
-        SCOPED_TRACE(name.toStdString());
-        makeFile(destination(u"bystander"_s), "untouched");
-        setAddress(u"http://station.example/"_s + name);
-        lookUpBeforeDue();
-        EXPECT_EQ(form->DownloadEntry.Filenaam, name);
-        runDownload();
-        EXPECT_EQ(news(), audio);
-        EXPECT_EQ(destinationFiles(), (QStringList{u"bystander"_s, u"news.mp2"_s}));
-        expectNextWeekArmed();
-        QFile::remove(destination(u"news.mp2"_s));
-    }
-}
+    runDownload();
+    EXPECT_EQ(fileBytes(destination(u"news.mp2"_s)), Audio);
+    EXPECT_EQ(host.messages, QStringList{});
+    expectNextWeekArmed();
 
-TEST_F(DownloadCycle, AFileThatCannotBePutInItsPlaceIsLogged)
-{
-    station.answerOthers({.body = audio});
-    openForm();
-    const std::pair<QString, QString> cases[] = {{u"latest.mp2"_s, u"Path not found"_s},
-                                                 {u"news.mp2"_s, u"File not found"_s}};
-    for (const auto &[name, told] : cases) {
-        makeFile(destination(u"bystander"_s), {});
-        setAddress(u"http://station.example/"_s + name);
+    QDir().rmdir(app::logFilePath());
+    onProgress([&] { QDir(destination({})).removeRecursively(); });
+    for (const auto &[name, told] :
+         {std::pair(u"latest.mp2"_s, u"Path not found"_s), {u"news.mp2"_s, u"File not found"_s}}) {
+        QDir().mkpath(destination({}));
+        setTasks(u"Download_adres = '%1'"_s.arg(Place + name));
         lookUpBeforeDue();
-        onProgress([&] { QDir(destination({})).removeRecursively(); });
         runDownload();
         EXPECT_EQ(log().back(), told);
         expectNextWeekArmed();
     }
-}
-
-TEST_F(DownloadCycle, AnAddressThatEndsInASlashHasNoFileAndIsLogged)
-{
-    makeFile(destination(u"news.mp2"_s), "old");
-    setAddress(u"http://station.example/radio/"_s);
-    station.answer(u"/radio/"_s, {.body = audio});
-    openForm();
-    runDownload();
-    EXPECT_EQ(log().back(), u"File not found"_s);
-    EXPECT_EQ(news(), "old");
-    EXPECT_EQ(destinationFiles(), newsOnly);
-    expectNextWeekArmed();
-}
-
-TEST_F(DownloadCycle, TheLargestDownloadAndTheErrorReportBeyond)
-{
-    openForm();
-    const QByteArray largest(21'474'836, 'x');
-    answer({.body = largest});
-    runDownload();
-    EXPECT_EQ(news().size(), largest.size());
-    EXPECT_EQ(host.messages, QStringList{});
-
-    answer({.body = largest + 'x'});
-    host.clock = form->DownloadEntry.DownloadTime;
-    tick();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !host.endings.isEmpty(); }));
-    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 6: Overflow"_s});
-    EXPECT_EQ(host.endings, QList{1});
-    EXPECT_EQ(log().back(), u"Overflow"_s);
-    EXPECT_FALSE(countdown()->isActive());
-    EXPECT_EQ(destinationFiles(), newsOnly);
-}
-
-TEST_F(DownloadCycle, GoesOnWithoutALog)
-{
-    QDir().mkpath(app::logFilePath()); // a folder in its place
-    openForm();
-    runDownload();
-    EXPECT_EQ(news(), audio);
-    expectNextWeekArmed();
-    EXPECT_EQ(host.messages, QStringList{});
 }

@@ -24,10 +24,10 @@ class MainFormTest : public testing::Test
 protected:
     MainFormTest()
     {
-        const QString databaseFolder = host.programFolder() + u"/database"_s;
-        QDir().mkpath(databaseFolder);
+        QDir().mkpath(host.programFolder() + u"/database"_s);
         QDir().mkpath(destination({}));
-        QFile::copy(QStringLiteral(EMPTY_DATABASE), databaseFolder + u"/ostravelin.mdb"_s);
+        QFile::copy(QStringLiteral(EMPTY_DATABASE),
+                    host.programFolder() + u"/database/ostravelin.mdb"_s);
         makeFile(host.settingsDirectory() + u"/Ostravelin.ini"_s,
                  "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toLocal8Bit() + '\n');
         app::LoadSettings();
@@ -44,8 +44,6 @@ protected:
         store::dbConnection.close();
         ui::ForcedDownload = Boolean::False;
     }
-
-    // The database, to be filled before openForm or between computations
 
     static void execute(const QString &statement) { store::dbConnection.execute(statement); }
 
@@ -68,13 +66,11 @@ protected:
                           const QString &fileName)
     {
         const auto day = std::chrono::floor<std::chrono::days>(slot);
-        const std::chrono::hh_mm_ss time(slot - day);
-        addTask(name, Station::url(path), fileName, static_cast<int>(time.minutes().count()));
-        addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()),
-                static_cast<int>(time.hours().count()));
+        const int minutes = static_cast<int>((slot - day) / 1min);
+        addTask(name, Station::url(path), fileName, minutes % 60);
+        addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()), minutes / 60);
     }
 
-    /// Changes fields of every task.
     static void setTasks(const QString &assignments)
     {
         execute(u"UPDATE Opdrachtgegevens SET "_s + assignments);
@@ -102,8 +98,6 @@ protected:
         }
         return stored;
     }
-
-    // The window
 
     /// By default with all menu entries, which then do nothing.
     void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}})
@@ -135,9 +129,6 @@ protected:
     QString labelText(const QString &name) const { return formControl<QLabel>(name)->text(); }
     QString status() const { return labelText(u"StatusBar1Panel1"_s); }
 
-    // Downloads
-
-    /// What is to happen at each notice of a download's progress.
     void onProgress(std::function<void()> act)
     {
         QObject::connect(formControl<controls::DL>(), &controls::DL::Progress, form.get(),
