@@ -4,40 +4,27 @@ using store::Value;
 
 using Recordset = StoreTest;
 
-TEST_F(Recordset, RaisesWhenClosedOrOpenAlready)
+TEST_F(Recordset, RaisesWithoutRowsAndWhenClosedOrOpenAlready)
 {
+    const std::function<void()> needRow[] = {
+        [&] { rows.moveFirst(); },     [&] { rows.moveNext(); },
+        [&] { rows.value(u"Uren"); },  [&] { rows.setValue(u"Uren", 1); },
+        [&] { rows.holdsValue(0); },   [&] { rows.absolutePosition(); },
+        [&] { rows.deleteCurrent(); }, [&] { rows.find(u"Opdrachtnaam = 'a'"_s); }};
     const std::function<void()> needOpen[] = {
-        [&] { rows.close(); },        [&] { rows.requery(); },
-        [&] { rows.recordCount(); },  [&] { rows.atEnd(); },
-        [&] { rows.moveFirst(); },    [&] { rows.moveNext(); },
-        [&] { rows.fieldNames(); },   [&] { rows.value(u"Uren"); },
-        [&] { rows.addNew(); },       [&] { rows.setValue(u"Uren", 1); },
-        [&] { rows.update(); },       [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
-        [&] { rows.deleteCurrent(); }};
-    for (const auto &call : needOpen)
-        EXPECT_EQ(errorOf(call), ObjectClosed);
+        [&] { rows.close(); },      [&] { rows.requery(); }, [&] { rows.recordCount(); },
+        [&] { rows.fieldNames(); }, [&] { rows.addNew(); },  [&] { rows.update(); }};
     open(u"Tijden"_s);
+    EXPECT_TRUE(rows.atEnd());
+    for (const auto &call : needRow)
+        EXPECT_EQ(errorOf(call), NoCurrentRow);
     EXPECT_EQ(errorOf([&] { rows.open(); }), ObjectOpen);
     EXPECT_EQ(errorOf([&] { rows.setSource(u"Tijden"_s); }), ObjectOpen);
     rows.close();
+    for (const auto &call : needRow)
+        EXPECT_EQ(errorOf(call), ObjectClosed);
     for (const auto &call : needOpen)
         EXPECT_EQ(errorOf(call), ObjectClosed);
-    rows.open();
-}
-
-TEST_F(Recordset, WithoutRowsIsAtItsEnd)
-{
-    open(u"Tijden"_s);
-    EXPECT_EQ(rows.recordCount(), 0);
-    EXPECT_TRUE(rows.atEnd());
-    const std::function<void()> needRow[] = {
-        [&] { rows.moveFirst(); },        [&] { rows.moveNext(); },
-        [&] { rows.absolutePosition(); }, [&] { rows.value(u"Uren"); },
-        [&] { rows.holdsValue(0); },      [&] { rows.setValue(u"Uren", 1); },
-        [&] { rows.deleteCurrent(); },    [&] { rows.find(u"Opdrachtnaam = 'a'"_s); },
-    };
-    for (const auto &call : needRow)
-        EXPECT_EQ(errorOf(call), NoCurrentRow);
 }
 
 TEST_F(Recordset, MovesThroughItsRows)
@@ -87,17 +74,11 @@ TEST_F(Recordset, KeepsEachKindOfValue)
         store::withDoubledQuotes(name), address));
     connection.execute(u"INSERT INTO Opdrachtgegevens VALUES (NULL, '2', NULL, 15.0, 0)"_s);
     open(u"Opdrachtgegevens"_s);
-    const auto values = [&] {
-        std::vector<Value> found(5);
-        for (int field = 0; field < 5; ++field)
-            found[static_cast<std::size_t>(field)] = rows.value(field);
-        return found;
-    };
-    EXPECT_EQ(values(), (std::vector<Value>{name, address, u""_s, 7.5, Boolean::True}));
+    EXPECT_EQ(row(), name + u'|' + address + u"||7.5|True"_s);
+    EXPECT_EQ(rows.value(4), Value(Boolean::True));
     rows.moveNext();
-    EXPECT_EQ(values(), (std::vector<Value>{{}, u"2"_s, {}, 15, Boolean::False}));
-    EXPECT_TRUE(rows.holdsValue(1));
-    EXPECT_FALSE(rows.holdsValue(2));
+    EXPECT_EQ(row(), u"-|2|-|15|False"_s);
+    EXPECT_EQ(rows.value(0), Value());
 }
 
 TEST_F(Recordset, FindsForwardFromTheCurrentRow)
@@ -117,13 +98,11 @@ TEST_F(Recordset, FindsForwardFromTheCurrentRow)
         {1, u"Minuten = '0'"_s, 1},
         {1, u"Opdrachtnaam = ''"_s, 0},
         {1, u"Opdrachtnaam = ''''"_s, 0},
-        {1, u"Opdrachtnaam = ''''''''''"_s, 0},
     };
     for (const auto &[from, criterion, found] : cases) {
-        SCOPED_TRACE(criterion.toStdString());
         rows.setAbsolutePosition(from);
         rows.find(criterion);
-        EXPECT_EQ(rows.atEnd() ? 0 : rows.absolutePosition(), found);
+        EXPECT_EQ(rows.atEnd() ? 0 : rows.absolutePosition(), found) << criterion.toStdString();
     }
 }
 

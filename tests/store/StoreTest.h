@@ -7,6 +7,18 @@
 
 #include <sqlite3.h>
 
+/// The message of the error that the action raises, or nothing when it raises none.
+template <typename Action>
+QString messageOf(Action &&action)
+{
+    try {
+        action();
+        return {};
+    } catch (const platform::RuntimeError &error) {
+        return error.description();
+    }
+}
+
 /// A connection to an empty task database of the test's own, and a recordset on it.
 class StoreTest : public testing::Test
 {
@@ -21,12 +33,7 @@ protected:
     QString programFolder() const { return folder.path(); }
     QString databasePath() const { return programFolder() + u"/database/ostravelin.mdb"_s; }
 
-    /// Opens a connection, by default the test's own.
-    void connect(store::Connection &other) const
-    {
-        other.open(store::connectionString(programFolder()));
-    }
-    void connect() { connect(connection); }
+    void connect() { connection.open(store::connectionString(programFolder())); }
 
     /// What the engine says, without this program's means, to statements on the database file.
     int withEngineAlone(const QByteArray &statements) const
@@ -57,6 +64,8 @@ protected:
 
     void open(const QString &source)
     {
+        if (rows.isOpen())
+            rows.close();
         rows.setSource(source);
         rows.open();
     }
@@ -71,7 +80,6 @@ protected:
     }
     QString row() const { return rowOf(rows); }
 
-    /// All rows of a source.
     QStringList rowsOf(const QString &source) const
     {
         store::Recordset records(connection);
