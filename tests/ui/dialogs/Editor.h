@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Test.h"
+#include "tests/ui/main/MainFormTest.h"
 #include "ui/dialogs/MinuteCombo.h"
 #include "ui/dialogs/frmSchedule.h"
 
@@ -54,4 +54,31 @@ public:
 
     void save() const { findChild<QPushButton *>(u"Opslaan"_s)->click(); }
     void cancel() const { findChild<QPushButton *>(u"Annuleren"_s)->click(); }
+};
+
+/// The task editor over a database of its own.
+class TaskEditorTest : public MainFormTest
+{
+protected:
+    /// Without a name it adds a task.
+    void openEditor(const QString &name = {})
+    {
+        store::bNieuweOpdracht = platform::toBoolean(name.isEmpty());
+        store::sOpdrachtnaam = name;
+        editor = std::make_unique<Editor>();
+        editor->show();
+        editor->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+    }
+
+    QString minute() const { return editor->minutes()->text(); }
+    void chooseMinute(const QString &minute) const
+    {
+        editor->minutes()->setCurrentIndex(editor->minutes()->findText(minute));
+    }
+
+    QCheckBox *box(int day, int hour) const { return editor->box(hour + 24 * (day - 1)); }
+    void clickBox(int day, int hour) const { QTest::mouseClick(box(day, hour), Qt::LeftButton); }
+
+    std::unique_ptr<Editor> editor;
 };

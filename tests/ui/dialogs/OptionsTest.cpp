@@ -22,8 +22,8 @@ class Options : public testing::Test
 protected:
     Options()
     {
-        for (app::FixedText<200> *folder : {&app::sBestemmingsmap, &app::sSPCmap})
-            *folder = QString();
+        app::sBestemmingsmap = QString();
+        app::sSPCmap = QString();
     }
 
     void open(const QByteArray &settings = {})
@@ -57,82 +57,80 @@ protected:
         return button(u"cmdOK"_s)->isEnabled();
     }
 
+    // The folders and the boxes that are ticked.
+    QString shown() const
+    {
+        EXPECT_EQ(button(u"SPC_dir"_s)->isEnabled(), header()->isChecked());
+        return destination()->text() + u'|' + spcFolder()->text() +
+               (header()->isChecked() ? u"|header"_s : QString()) +
+               (preXp()->isChecked() ? u"|preXP"_s : QString());
+    }
+
+    // The folders, without the blanks that fill them up, and the switches.
+    static QString inForce()
+    {
+        const QStringList settings = {app::sBestemmingsmap.text().trimmed(),
+                                      app::sSPCmap.text().trimmed(), app::sSPC.text(),
+                                      app::sPreXP.text()};
+        return settings.join(u'|');
+    }
+
     FakeHost host;
     std::unique_ptr<ui::frmOptions> window;
 };
-
-QString padded(const QString &folder)
-{
-    return folder.leftJustified(200);
-}
 
 } // namespace
 
 TEST_F(Options, ShowTheSettingsFile)
 {
-    struct Shown
-    {
-        QString destination, spcFolder;
-        bool header, preXp, savable;
-    };
-    const std::pair<QByteArray, Shown> cases[] = {
+    const std::tuple<QByteArray, QString, bool> cases[] = {
+        // a settings file, what is shown of it, and whether it can be saved
         {"[Bestandsmappen]\nBestemmingsmap=/srv/audio\nSPCmap=/srv/spc\n[Opties]\nSPC=1\npreXP=0\n",
-         {u"/srv/audio"_s, u"/srv/spc"_s, true, false, true}},
-        {"[Bestandsmappen]\nBestemmingsmap=/a\n[Opties]\nSPC=0\npreXP=1.4\n",
-         {u"/a"_s, u"?"_s, false, true, true}},
-        {"[Bestandsmappen]\nBestemmingsmap=\n[Opties]\nSPC=on\npreXP=99999\n",
-         {u""_s, u"?"_s, false, false, true}},
-        {"[Bestandsmappen]\nBestemmingsmap=?\nSPCmap=/srv/spc\n[Opties]\nSPC=1\npreXP=1\n",
-         {u""_s, u""_s, false, false, false}},
-        {"[Opties]\nSPC=1\n", {u""_s, u""_s, false, false, false}},
+         u"/srv/audio|/srv/spc|header"_s, true},
+        {"[Bestandsmappen]\nBestemmingsmap=/a\n[Opties]\nSPC=0\npreXP=1.4\n", u"/a|?|preXP"_s,
+         true},
+        {"[Bestandsmappen]\nBestemmingsmap=\n[Opties]\nSPC=on\npreXP=99999\n", u"|?"_s, true},
+        {"[Bestandsmappen]\nBestemmingsmap=?\nSPCmap=/srv/spc\n[Opties]\nSPC=1\npreXP=1\n", u"|"_s,
+         false},
+        {"[Opties]\nSPC=1\n", u"|"_s, false},
     };
-    for (const auto &[settings, shown] : cases) {
+    for (const auto &[settings, expected, savable] : cases) {
         SCOPED_TRACE(settings.toStdString());
         open(settings);
-        EXPECT_EQ(window->windowTitle(), u"Ostravelin 1.8.1"_s);
-        EXPECT_EQ(destination()->text(), shown.destination);
-        EXPECT_EQ(spcFolder()->text(), shown.spcFolder);
-        EXPECT_EQ(header()->isChecked(), shown.header);
-        EXPECT_EQ(button(u"SPC_dir"_s)->isEnabled(), shown.header);
-        EXPECT_EQ(preXp()->isChecked(), shown.preXp);
-        EXPECT_EQ(canSave(), shown.savable);
+        EXPECT_EQ(shown(), expected);
+        EXPECT_EQ(canSave(), savable);
     }
 }
 
 TEST_F(Options, HaveTheirCaptionsAndAreNamedForScreenReaders)
 {
     open();
-    const std::pair<QString, QString> labels[] = {{u"Label2"_s, u"Destination folder:"_s},
-                                                  {u"Label3"_s, u"SPC folder:"_s},
-                                                  {u"Label7"_s, u"SPC header:"_s},
-                                                  {u"Label8"_s, u"Pre-Windows XP:"_s}};
-    for (const auto &[name, caption] : labels) {
+    QStringList captions = {window->windowTitle()};
+    for (const QString &name : {u"cmdOK"_s, u"cmdCancel"_s, u"cmdApply"_s})
+        captions << button(name)->text();
+    for (const QString &name : {u"Label2"_s, u"Label3"_s, u"Label7"_s, u"Label8"_s}) {
         const auto *label = window->findChild<QLabel *>(name);
-        EXPECT_EQ(label->text(), caption);
-        EXPECT_EQ(label->buddy()->accessibleName() + u':', caption);
+        captions << label->text();
+        EXPECT_EQ(label->buddy()->accessibleName() + u':', label->text());
     }
-    EXPECT_EQ(button(u"cmdOK"_s)->text(), u"&Save"_s);
-    EXPECT_EQ(button(u"cmdCancel"_s)->text(), u"&Cancel"_s);
-    EXPECT_EQ(button(u"cmdApply"_s)->text(), u"&Submit"_s);
+    EXPECT_EQ(captions.join(u' '), u"Ostravelin 1.8.1 &Save &Cancel &Submit "
+                                   "Destination folder: SPC folder: SPC header: Pre-Windows XP:"_s);
 }
 
 TEST_F(Options, NoTabShowsASamplePage)
 {
     open();
     auto *tabs = window->findChild<QTabBar *>(u"tbsOptions"_s);
-    const auto pages = window->findChildren<QWidget *>(u"picOptions"_s);
-    ASSERT_EQ(pages.size(), 4);
     ASSERT_EQ(tabs->count(), 4);
-    for (int tab = 3; tab >= 0; --tab) {
+    EXPECT_EQ(window->findChildren<QWidget *>(u"picOptions"_s).size(), 4);
+    for (const int tab : {1, 2, 3, 0}) {
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
         EXPECT_EQ(tabs->currentIndex(), tab);
         EXPECT_TRUE(destination()->isVisible());
-        for (const int sample : {2, 3, 4}) {
-            auto *frame = window->findChild<QGroupBox *>(u"fraSample%1"_s.arg(sample));
-            EXPECT_EQ(frame->title(), u"Sample %1"_s.arg(sample));
-            EXPECT_FALSE(frame->isVisible());
-        }
     }
+    for (const QString &sample : {u"2"_s, u"3"_s, u"4"_s})
+        EXPECT_EQ(window->findChild<QGroupBox *>(u"fraSample"_s + sample)->title(),
+                  u"Sample "_s + sample);
 }
 
 TEST_F(Options, AFirstRunTakesAChosenDestinationBeforeAnythingCanBeSaved)
@@ -173,64 +171,52 @@ TEST_F(Options, WithoutADestinationLaterOnAnyChosenFolderLetsSave)
 TEST_F(Options, ChosenFoldersAreShownWithoutTheirNulAndOnlyTheSpcFolderIsInForceAtOnce)
 {
     makeFile(settingsPath(),
-             "[Bestandsmappen]\nBestemmingsmap=/old\nSPCmap=/spc\n[Opties]\nSPC=1\n");
+             "[Bestandsmappen]\nBestemmingsmap=/old\nSPCmap=/spc\n[Opties]\nSPC=1\npreXP=0\n");
     app::LoadSettings();
     open();
     click(u"Bestemmings_dir"_s); // aborted
     click(u"SPC_dir"_s);
     EXPECT_EQ(host.messages, QStringList(2, u"Ostravelin 1.8.1 | Folder setting aborted!"_s));
     EXPECT_EQ(host.messageIcons, QList<MessageIcon>(2, MessageIcon::Information));
-    EXPECT_EQ(destination()->text(), u"/old"_s);
-    EXPECT_EQ(spcFolder()->text(), u"/spc"_s);
-    EXPECT_EQ(app::sSPCmap.text(), padded(u"/spc"_s));
+    EXPECT_EQ(shown(), u"/old|/spc|header"_s);
+    EXPECT_EQ(inForce(), u"/old|/spc|1|0"_s);
 
     choose(u"Bestemmings_dir"_s, u"/srv/audio"_s);
     choose(u"SPC_dir"_s, u"/srv/spc"_s);
     EXPECT_EQ(host.folderQuestions, QStringList(4, u"Choose a folder"_s));
     EXPECT_EQ(host.lastFolderOwner, window.get());
-    EXPECT_EQ(destination()->text(), u"/srv/audio"_s);
-    EXPECT_EQ(spcFolder()->text(), u"/srv/spc"_s);
-    EXPECT_EQ(app::sBestemmingsmap.text(), padded(u"/old"_s));
-    EXPECT_EQ(app::sSPCmap.text(), padded(u"/srv/spc"_s + QChar::Null));
+    EXPECT_EQ(shown(), u"/srv/audio|/srv/spc|header"_s);
+    EXPECT_EQ(inForce(), u"/old|/srv/spc"_s + QChar::Null + u"|1|0"_s);
 
     click(u"cmdApply"_s);
-    EXPECT_EQ(app::sBestemmingsmap.text(), padded(u"/srv/audio"_s));
-    EXPECT_EQ(app::sSPCmap.text(), padded(u"/srv/spc"_s));
+    EXPECT_EQ(inForce(), u"/srv/audio|/srv/spc|1|0"_s);
 }
 
 TEST_F(Options, SubmitWritesWhatStandsThereAndPutsItInForce)
 {
-    struct Entered
-    {
-        QString destination, spcFolder;
-        bool header, preXp;
+    // folders and switches that are entered, and what is saved of them
+    const std::tuple<QString, QString, bool, bool, QString> cases[] = {
+        {u"/srv/audio"_s, u"/srv/spc"_s, true, false, u"/srv/audio|/srv/spc|1|0"_s},
+        {u"/srv/audio"_s, u""_s, true, true, u"/srv/audio||0|1"_s},
+        {u""_s, u"no such folder"_s, false, false, u"|no such folder|0|0"_s},
     };
-    const std::pair<Entered, QByteArray> cases[] = {
-        {{u"/srv/audio"_s, u"/srv/spc"_s, true, false},
-         "Bestemmingsmap=/srv/audio\r\nSPCmap=/srv/spc\r\n[Opties]\r\nSPC=1\r\npreXP=0\r\n"},
-        {{u"/srv/audio"_s, u""_s, true, true},
-         "Bestemmingsmap=/srv/audio\r\nSPCmap=\r\n[Opties]\r\nSPC=0\r\npreXP=1\r\n"},
-        {{u""_s, u"no such folder"_s, false, false},
-         "Bestemmingsmap=\r\nSPCmap=no such folder\r\n[Opties]\r\nSPC=0\r\npreXP=0\r\n"},
-    };
-    for (const auto &[entered, written] : cases) {
-        SCOPED_TRACE(written.toStdString());
+    for (const auto &[folder, spc, isWithHeader, isPreXp, saved] : cases) {
+        SCOPED_TRACE(saved.toStdString());
         open("[Bestandsmappen]\r\nBestemmingsmap=/old\r\n");
-        destination()->setText(entered.destination);
-        spcFolder()->setText(entered.spcFolder);
-        header()->setChecked(entered.header);
-        preXp()->setChecked(entered.preXp);
+        destination()->setText(folder);
+        spcFolder()->setText(spc);
+        header()->setChecked(isWithHeader);
+        preXp()->setChecked(isPreXp);
         click(u"cmdApply"_s);
 
-        EXPECT_EQ(fileBytes(settingsPath()), "[Bestandsmappen]\r\n" + written);
-        EXPECT_EQ(app::sBestemmingsmap.text(), padded(entered.destination));
-        EXPECT_EQ(app::sSPCmap.text(), padded(entered.spcFolder));
-        const bool headerKept = entered.header && !entered.spcFolder.isEmpty();
-        EXPECT_EQ(app::sSPC.text(), headerKept ? u"1"_s : u"0"_s);
-        EXPECT_EQ(app::sPreXP.text(), entered.preXp ? u"1"_s : u"0"_s);
-        EXPECT_EQ(header()->isChecked(), headerKept);
-        EXPECT_EQ(button(u"SPC_dir"_s)->isEnabled(), headerKept);
-        EXPECT_TRUE(window->isVisible());
+        const QStringList parts = saved.split(u'|');
+        EXPECT_EQ(fileBytes(settingsPath()),
+                  u"[Bestandsmappen]\r\nBestemmingsmap=%1\r\nSPCmap=%2\r\n"
+                  "[Opties]\r\nSPC=%3\r\npreXP=%4\r\n"_s.arg(parts[0], parts[1], parts[2], parts[3])
+                      .toLatin1());
+        EXPECT_EQ(inForce(), saved);
+        EXPECT_EQ(header()->isChecked(), parts[2] == u"1"_s);
+        EXPECT_TRUE(shown().startsWith(folder) && window->isVisible());
     }
 }
 
@@ -246,7 +232,7 @@ TEST_F(Options, SaveAndEnterWriteAndClose)
         destination()->setText(u"/n"_s); // shorter than Cancel takes
         save();
         EXPECT_FALSE(window->isVisible());
-        EXPECT_EQ(app::sBestemmingsmap.text(), padded(u"/n"_s));
+        EXPECT_EQ(app::sBestemmingsmap.text().trimmed(), u"/n"_s);
         EXPECT_EQ(host.messages, QStringList{});
     }
 }
@@ -259,7 +245,7 @@ TEST_F(Options, AFailedWriteIsNotReported)
     click(u"cmdOK"_s);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(host.messages, QStringList{});
-    EXPECT_EQ(app::sBestemmingsmap.text(), padded(u"?"_s));
+    EXPECT_EQ(app::sBestemmingsmap.text().trimmed(), u"?"_s);
 }
 
 TEST_F(Options, CancelTheFrameAndEscEndTheProgramWithoutADestination)
@@ -269,43 +255,30 @@ TEST_F(Options, CancelTheFrameAndEscEndTheProgramWithoutADestination)
         [this] { QTest::keyClick(destination(), Qt::Key_Escape); },
         [this] { window->close(); },
     };
-    const std::pair<QString, bool> cases[] = {
-        {u""_s, true}, {u"D:"_s, true}, {u"D:\\"_s, false}, {u"/srv"_s, false}};
     const QByteArray settings = "[Bestandsmappen]\nBestemmingsmap=/old\n";
     for (const auto &leave : ways)
-        for (const auto &[folder, ends] : cases) {
+        for (const QString &folder : {u""_s, u"D:"_s, u"D:\\"_s, u"/srv"_s}) {
             SCOPED_TRACE(folder.toStdString());
-            host.messages.clear();
-            host.messageIcons.clear();
-            host.endings.clear();
             open(settings);
             destination()->setText(folder);
             leave();
-            if (ends) {
-                EXPECT_EQ(host.messages,
-                          QStringList{u"Ostravelin 1.8.1 | You have not specified a valid "
-                                      "destination, Ostravelin will be closed!"_s});
-                EXPECT_EQ(host.messageIcons, QList{MessageIcon::Critical});
-                EXPECT_EQ(host.endings, QList{0});
-            } else {
-                EXPECT_TRUE(host.endings.isEmpty());
-            }
-            EXPECT_EQ(window->isVisible(), ends); // nothing runs after the real end
+            EXPECT_EQ(window->isVisible(), folder.size() < 3); // nothing runs after the real end
             EXPECT_EQ(fileBytes(settingsPath()), settings);
         }
+    EXPECT_EQ(host.messages, QStringList(6, u"Ostravelin 1.8.1 | You have not specified a valid "
+                                            "destination, Ostravelin will be closed!"_s));
+    EXPECT_EQ(host.messageIcons, QList<MessageIcon>(6, MessageIcon::Critical));
+    EXPECT_EQ(host.endings, QList<int>(6, 0));
 }
 
 TEST(BrowseForFolder, ReturnsTheFolderWithItsNulOrNothing)
 {
     FakeHost host;
-    const std::pair<QString, QString> cases[] = {
-        {u"/srv/audio"_s, u"/srv/audio"_s + QChar::Null},
-        {u"/"_s, u"/"_s + QChar::Null},
-        {QString(254, u'a'), QString(254, u'a') + QChar::Null},
-        {QString(255, u'a'), u""_s},
-        {u""_s, u""_s},
-    };
-    for (const auto &[chosen, path] : cases) {
+    const QString longest(254, u'a');
+    for (const auto &[chosen, path] : {std::pair(u"/"_s, u"/"_s + QChar::Null),
+                                       {longest, longest + QChar::Null},
+                                       {longest + u'a', u""_s},
+                                       {u""_s, u""_s}}) {
         host.folderChoices << chosen;
         EXPECT_EQ(ui::BrowseForFolder(nullptr, u"Choose"_s), path);
     }
