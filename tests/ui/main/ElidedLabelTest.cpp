@@ -17,14 +17,13 @@ TEST(ElidedLabel, CutsWhatHasNoRoomAndTellsItWhole)
 {
     ui::ElidedLabel label;
     label.setUsualText(u"Hourly news"_s);
-    const QSize size = label.sizeHint();
-    label.resize(size);
+    label.adjustSize();
     label.show();
     label.setText(u"Weather"_s);
     EXPECT_EQ(toolTipOf(label), u""_s);
 
     label.setText(u"Weather & <traffic> for the weekend"_s);
-    EXPECT_EQ(label.sizeHint(), size);
+    EXPECT_EQ(label.sizeHint(), label.size());
     EXPECT_EQ(label.minimumSizeHint().width(), 0);
     EXPECT_EQ(toolTipOf(label), u"<span>Weather &amp; &lt;traffic&gt; for the weekend</span>"_s);
 
