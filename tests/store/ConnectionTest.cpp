@@ -118,21 +118,6 @@ TEST_F(Connection, ExecuteCountsTheRowsOfItsOwnStatement)
         EXPECT_EQ(errorOf([&] { connection.execute(wrong); }), DatabaseEngine);
 }
 
-TEST_F(Connection, TransactionsTakeEffectWholeOrNotAtAll)
-{
-    {
-        const store::Transaction abandoned(connection);
-        addSlot(u"a"_s, 1, 1);
-        EXPECT_EQ(slotRows(), QStringList{u"a|1|1"_s});
-    }
-    EXPECT_EQ(slotRows(), QStringList());
-    store::Transaction kept(connection);
-    addSlot(u"b"_s, 2, 2);
-    kept.commit();
-    const store::Transaction next(connection);
-    EXPECT_EQ(slotRows(), QStringList{u"b|2|2"_s});
-}
-
 TEST_F(Connection, AnotherWriterIsWaitedForUnlessItStays)
 {
     store::Connection other;

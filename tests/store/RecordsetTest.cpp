@@ -118,16 +118,6 @@ TEST_F(Recordset, RefusesCriteriaOfAnotherForm)
     EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), UnknownField);
 }
 
-TEST_F(Recordset, FailsToOpenWithTheEnginesMessageAndStaysClosed)
-{
-    for (const QString &wrong :
-         {u"Niets"_s, u"SELECT * FROM Tijden WHERE Naam = 'it's';"_s, u""_s}) {
-        rows.setSource(wrong);
-        EXPECT_EQ(errorOf([&] { rows.open(); }), DatabaseEngine);
-        EXPECT_FALSE(rows.isOpen());
-    }
-}
-
 TEST_F(Recordset, ReadsTheRowsAnewOnRequery)
 {
     addSlot(u"a"_s, 1, 1);
