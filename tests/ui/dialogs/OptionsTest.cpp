@@ -35,10 +35,7 @@ protected:
     }
 
     QString settingsPath() const { return host.settingsDirectory() + u"/Ostravelin.ini"_s; }
-    QPushButton *button(const QString &name) const
-    {
-        return window->findChild<QPushButton *>(name);
-    }
+    auto *button(const QString &name) const { return window->findChild<QPushButton *>(name); }
     QCheckBox *header() const { return window->findChild<QCheckBox *>(u"Check1"_s); }
     QCheckBox *preXp() const { return window->findChild<QCheckBox *>(u"Check2"_s); }
     QLineEdit *destination() const { return window->findChild<QLineEdit *>(u"Text2"_s); }
@@ -53,7 +50,6 @@ protected:
     bool canSave() const
     {
         EXPECT_EQ(button(u"cmdOK"_s)->isEnabled(), button(u"cmdApply"_s)->isEnabled());
-        EXPECT_TRUE(button(u"cmdCancel"_s)->isEnabled());
         return button(u"cmdOK"_s)->isEnabled();
     }
 
@@ -69,10 +65,8 @@ protected:
     // The folders, without the blanks that fill them up, and the switches.
     static QString inForce()
     {
-        const QStringList settings = {app::sBestemmingsmap.text().trimmed(),
-                                      app::sSPCmap.text().trimmed(), app::sSPC.text(),
-                                      app::sPreXP.text()};
-        return settings.join(u'|');
+        return app::sBestemmingsmap.text().trimmed() + u'|' + app::sSPCmap.text().trimmed() + u'|' +
+               app::sSPC.text() + u'|' + app::sPreXP.text();
     }
 
     FakeHost host;
