@@ -62,7 +62,7 @@ protected:
 
 TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
 {
-    station.answerOthers({.raw = ""}); // and no more
+    station.answerOthers({.raw = ""}); // and never ends
     openForm();
     EXPECT_EQ(figuresAt(due - 61s), u"11:28 59 61"_s);
     EXPECT_TRUE(labelText(u"Label4"_s).endsWith(u"11:30:00 ==> Hourly"_s));
@@ -80,7 +80,7 @@ TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
     EXPECT_EQ(host.beeps, 2);
 }
 
-TEST_F(DownloadCycle, IsToldKeepsTheFileAndArmsTheNextSlot)
+TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
 {
     constexpr qint32 last = 2'147'483'647;
     const QString news = destination(u"news.mp2"_s);
