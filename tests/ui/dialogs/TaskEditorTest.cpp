@@ -64,6 +64,7 @@ TEST_F(TaskEditorTest, ShowsAndKeepsAMinuteThatIsNotInTheList)
         auto *combo = editor->minutes();
         EXPECT_EQ(minute(), odd);
         EXPECT_EQ(combo->findText(odd), -1);
+        EXPECT_EQ(combo->accessibleDescription(), odd);
         const QImage shown = combo->grab().toImage();
         editor->save();
         EXPECT_EQ(stored()[1], u"Odd|a|a|%1|True"_s.arg(odd));
