@@ -9,6 +9,9 @@ namespace testing_support {
 /// Makes the socket's end a reset of its connection.
 void resetAtEnd(qintptr socket);
 
+/// Whether a file can have that name.
+bool canBeFileName(const QString &name);
+
 /// Names of files that a batch can join.
 QStringList namesInBatches();
 

@@ -57,6 +57,7 @@ TEST(BatchWindow, IsKnownByItsTitle)
     NativeHost host;
     {
         const TitledWindow running(host.settingsDirectory() + u"\\System32\\cmd.exe"_s);
+        ASSERT_NE(running.handle(), 0U) << "no display";
         EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Running), running.handle());
     }
     EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Running), 0U);

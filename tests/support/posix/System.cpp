@@ -15,6 +15,11 @@ void resetAtEnd(qintptr socket)
     setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
 }
 
+bool canBeFileName(const QString &name)
+{
+    return !name.contains(u'/');
+}
+
 QStringList namesInBatches()
 {
     return {u"audio.mp2"_s, u"é"_s,          u"-n"_s,         u"a b"_s, u"--help"_s,

@@ -2,6 +2,8 @@
 
 #include "tests/support/Files.h"
 
+#include <QRegularExpression>
+
 #include <winsock2.h>
 
 namespace testing_support {
@@ -13,6 +15,11 @@ void resetAtEnd(qintptr socket)
     const linger atOnce{.l_onoff = 1, .l_linger = 0};
     setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_LINGER,
                reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
+}
+
+bool canBeFileName(const QString &name)
+{
+    return !name.contains(QRegularExpression(u"[\"*/:<>?\\\\|]"_s));
 }
 
 QStringList namesInBatches()
