@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -48,11 +49,7 @@ protected:
     // Returns why there is no output.
     QString run(const QString &audio, const QString &output)
     {
-        try {
-            start(audio, output);
-        } catch (const RuntimeError &error) {
-            failure = error.description();
-        }
+        start(audio, output);
         waitForEnd();
         return failure;
     }
@@ -66,10 +63,13 @@ protected:
 
 } // namespace
 
-TEST_F(Batch, JoinsFilesOfTheNamesThatItTakes)
+TEST_F(Batch, JoinsFilesOfAnyNameThatItTakes)
 {
     makeFile(at(u"header"_s), "header");
-    for (const QString &name : namesInBatches()) {
+    for (const QString &name : {u"audio.mp2"_s, u"-n"_s, u"a b"_s, u"--help"_s, u";touch x"_s,
+                                u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s, u"é"_s}) {
+        if (QDir::separator() == u'\\' && name.contains(QRegularExpression(u"[^a-z0-9.-]"_s)))
+            continue; // the limit of the command interpreter
         makeFile(at(name), "audio");
         EXPECT_EQ(run(name, u"out"_s), u""_s) << name.toStdString();
         EXPECT_EQ(fileBytes(at(u"out"_s)), "headeraudio");

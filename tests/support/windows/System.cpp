@@ -2,8 +2,6 @@
 
 #include "tests/support/Files.h"
 
-#include <QRegularExpression>
-
 #include <winsock2.h>
 
 namespace testing_support {
@@ -15,16 +13,6 @@ void resetAtEnd(qintptr socket)
     const linger atOnce{.l_onoff = 1, .l_linger = 0};
     setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_LINGER,
                reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
-}
-
-bool canBeFileName(const QString &name)
-{
-    return !name.contains(QRegularExpression(u"[\"*/:<>?\\\\|]"_s));
-}
-
-QStringList namesInBatches()
-{
-    return {u"audio.mp2"_s, u"-n"_s, u"$x"_s, u"a.b.c"_s};
 }
 
 void makeSlowBatch(const QString &folder)

@@ -1,5 +1,4 @@
 #include "controls/PB/PB.h"
-#include "tests/support/System.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
@@ -225,8 +224,8 @@ TEST_F(DownloadCycle, NamesAreUsedAsTheyStandInTheAddress)
     // the last one is the task's own file name
     for (const QString &name : {u"late st.mp2"_s, u"a;b$(c)&d.mp2"_s, u"*"_s, u"--help"_s,
                                 u"50%25.mp2?x=1"_s, u"news.mp2"_s}) {
-        if (!canBeFileName(name))
-            continue;
+        if (QDir::separator() == u'\\' && (name.contains(u'*') || name.contains(u'?')))
+            continue; // no names on Windows
         SCOPED_TRACE(name.toStdString());
         makeFile(destination(u"bystander"_s), "untouched");
         setAddress(u"http://station.example/"_s + name);
