@@ -89,6 +89,8 @@ TEST_F(Downloads, AnswersGiveCountsAndFile)
     station.answer(u"/elsewhere.mp2"_s, {.body = Audio});
     station.answer(u"/elsewhere-chunked.mp2"_s, {.body = Audio, .framing = Framing::Chunked});
     for (const auto &[name, answer, counts] : Answers) {
+        if (QDir::separator() == u'\\' && answer.ending == Ending::Reset)
+            continue; // Wine does not always tell of it; the idle limit then ends the transfer
         SCOPED_TRACE(name);
         station.answer(u"/raw.mp2"_s, answer);
         dl = std::make_unique<controls::DL>();
