@@ -113,10 +113,12 @@ TEST_F(DownloadCycle, ShowsTheProgress)
 TEST_F(DownloadCycle, EveryFailureIsToldAndTheNextSlotArmed)
 {
     const QString noConnection = u"Can not connect"_s, cutOff = u"Disconnected"_s;
+    // Wine does not always tell of a reset, so that the idle limit ends the transfer.
+    const Ending reset = QDir::separator() == u'\\' ? Ending::Close : Ending::Reset;
     const std::tuple<const char *, Answer, QString> cases[] = {
         {"missing", {.status = 404, .body = "no such page"}, noConnection},
         {"empty", {.body = ""}, noConnection},
-        {"reset at once", {.raw = "", .ending = Ending::Reset}, noConnection},
+        {"reset at once", {.raw = "", .ending = reset}, noConnection},
         {"garbage", {.raw = "\x01 not HTTP\r\n\r\n", .ending = Ending::Close}, noConnection},
         {"too little", {.body = audio, .cutAfter = 1000, .ending = Ending::Close}, cutOff},
         {"no length",
@@ -129,8 +131,6 @@ TEST_F(DownloadCycle, EveryFailureIsToldAndTheNextSlotArmed)
     makeFile(destination(u"news.mp2"_s), "old");
     openForm();
     for (const auto &[what, faulty, outcome] : cases) {
-        if (QDir::separator() == u'\\' && faulty.ending == Ending::Reset)
-            continue; // Wine does not always tell of it; the idle limit then ends the transfer
         SCOPED_TRACE(what);
         answer(faulty);
         ui::ForcedDownload = Boolean::True;
