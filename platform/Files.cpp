@@ -77,7 +77,8 @@ bool fileExists(const QString &path)
 
 void changeDirectory(const QString &folder)
 {
-    if (!QDir::isAbsolutePath(folder))
+    const QFileInfo place(folder);
+    if (!place.isNativePath() || !place.isAbsolute())
         throw RuntimeError(ErrorNumber::PathNotFound);
     system::enterFolder(folder);
 }

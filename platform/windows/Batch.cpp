@@ -26,25 +26,28 @@ static QString commandInterpreter()
 // until the new one is whole.
 struct Run
 {
+    QString sources;
     QString output;
     QString oldOutput;
     qint64 wholeSize = 0;
 };
 
-static qint64 sizeOfSource(const QString &path)
+// -1 when a source is missing: the command interpreter joins what is there, and calls that a
+// success.
+static qint64 wholeSizeOf(const ConcatenationBatch &batch)
 {
-    if (!fileExists(path))
-        throw RuntimeError(ErrorNumber::FileNotFound, u"File not found: "_s + path);
-    return fileSize(path);
+    const QString header = batch.folder + batch.header;
+    const QString audio = batch.folder + batch.audio;
+    return fileExists(header) && fileExists(audio) ? fileSize(header) + fileSize(audio) : -1;
 }
 
 static Run preparedRun(const ConcatenationBatch &batch)
 {
     deleteLeftovers(batch.folder, leftoverNames);
-    Run run{.output = batch.folder + batch.output,
+    Run run{.sources = batch.header + u" and "_s + batch.audio,
+            .output = batch.folder + batch.output,
             .oldOutput = newHiddenName(batch.folder),
-            .wholeSize = sizeOfSource(batch.folder + batch.header) +
-                         sizeOfSource(batch.folder + batch.audio)};
+            .wholeSize = wholeSizeOf(batch)};
     if (fileExists(run.output))
         replaceFile(run.output, run.oldOutput);
     return run;
@@ -97,7 +100,6 @@ static QString finish(QProcess &process, const Run &run)
         QFile::remove(run.oldOutput);
         return {};
     }
-    const QString reason = QString::fromLocal8Bit(process.readAllStandardError()).simplified();
     try {
         putBackOldOutput(run);
     } catch (const RuntimeError &error) {
@@ -105,7 +107,8 @@ static QString finish(QProcess &process, const Run &run)
     }
     if (process.exitStatus() != QProcess::NormalExit)
         return u"the process was ended"_s;
-    return reason.isEmpty() ? u"the command interpreter did not make "_s + run.output : reason;
+    const QString told = QString::fromLocal8Bit(process.readAllStandardError());
+    return (u"the command interpreter did not join "_s + run.sources + u' ' + told).simplified();
 }
 
 int NativeHost::startBatch(const ConcatenationBatch &batch,

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -40,19 +41,16 @@ protected:
 
     void waitForEnd()
     {
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return host.findBatchWindow(BatchWindowKind::Finished) != 0; }));
-        EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Running), 0U);
+        EXPECT_TRUE(QTest::qWaitFor([&] { // a console outlives its process by a moment
+            return host.findBatchWindow(BatchWindowKind::Finished) != 0 &&
+                   host.findBatchWindow(BatchWindowKind::Running) == 0;
+        }));
     }
 
     // Returns why there is no output.
     QString run(const QString &audio, const QString &output)
     {
-        try {
-            start(audio, output);
-        } catch (const RuntimeError &error) {
-            failure = error.description();
-        }
+        start(audio, output);
         waitForEnd();
         return failure;
     }
@@ -66,10 +64,13 @@ protected:
 
 } // namespace
 
-TEST_F(Batch, JoinsFilesOfTheNamesThatItTakes)
+TEST_F(Batch, JoinsFilesOfAnyNameThatItTakes)
 {
     makeFile(at(u"header"_s), "header");
-    for (const QString &name : namesInBatches()) {
+    for (const QString &name : {u"audio.mp2"_s, u"-n"_s, u"a b"_s, u"--help"_s, u";touch x"_s,
+                                u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s, u"é"_s}) {
+        if (QDir::separator() == u'\\' && name.contains(QRegularExpression(u"[^a-z0-9.-]"_s)))
+            continue; // the limit of the command interpreter
         makeFile(at(name), "audio");
         EXPECT_EQ(run(name, u"out"_s), u""_s) << name.toStdString();
         EXPECT_EQ(fileBytes(at(u"out"_s)), "headeraudio");
@@ -104,7 +105,9 @@ TEST_F(Batch, ASlowOneAndTheNextKeepApart)
     startSlowOne();
     makeFile(at(u"more"_s), "more");
     start(u"more"_s, u"next"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return fileBytes(at(u"next"_s)) == "headermore"; }));
+    // not opened while it is written, which on Windows would keep the batch from it
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFileInfo(at(u"next"_s)).size() == 10; }));
+    EXPECT_EQ(fileBytes(at(u"next"_s)), "headermore");
     EXPECT_FALSE(QFile::exists(at(u"out"_s)));
     EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Finished), 0U);
     endSlowBatch(folder.path());

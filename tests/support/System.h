@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
 #include <QtGlobal>
 
 // What tests need of the operating system.
@@ -8,9 +8,6 @@ namespace testing_support {
 
 /// Makes the socket's end a reset of its connection.
 void resetAtEnd(qintptr socket);
-
-/// Names of files that a batch can join.
-QStringList namesInBatches();
 
 /// Makes "slow.bat", "header" and "audio" in the folder: a batch whose process runs until
 /// endSlowBatch(), and makes "out" of the texts "header" and "audio".

@@ -15,12 +15,6 @@ void resetAtEnd(qintptr socket)
     setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
 }
 
-QStringList namesInBatches()
-{
-    return {u"audio.mp2"_s, u"é"_s,          u"-n"_s,         u"a b"_s, u"--help"_s,
-            u";touch x"_s,  u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s};
-}
-
 // A pipe that nobody fills keeps the process that reads it.
 void makeSlowBatch(const QString &folder)
 {

@@ -15,11 +15,6 @@ void resetAtEnd(qintptr socket)
                reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
 }
 
-QStringList namesInBatches()
-{
-    return {u"audio.mp2"_s, u"-n"_s, u"$x"_s, u"a.b.c"_s};
-}
-
 void makeSlowBatch(const QString &folder)
 {
     makeFile(folder + u"/header"_s, "header");

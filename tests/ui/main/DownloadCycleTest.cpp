@@ -65,7 +65,8 @@ TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
     station.answerOthers({.raw = ""}); // and never ends
     openForm();
     EXPECT_EQ(figuresAt(due - 61s), u"11:28 59 61"_s);
-    EXPECT_TRUE(labelText(u"Label4"_s).endsWith(u"11:30:00 ==> Hourly"_s));
+    EXPECT_TRUE(labelText(u"Label4"_s).contains(u" 11:30:00"_s));
+    EXPECT_TRUE(labelText(u"Label4"_s).endsWith(u" ==> Hourly"_s));
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
     EXPECT_EQ(figuresAt(due), u"11:30 00 0"_s);
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
@@ -83,6 +84,7 @@ TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
 TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
 {
     constexpr qint32 last = 2'147'483'647;
+    const bool anyName = QDir::separator() == u'/'; // the other system has no "*" and "?" in names
     const QString news = destination(u"news.mp2"_s);
     const QString noFile = u"File not found"_s, noWay = u"Can not connect"_s;
     const auto failed = [](const QString &address, const Answer &answer, const QString &told) {
@@ -93,9 +95,9 @@ TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
         {Place + u"latest.mp2"_s},
         {Place + u"late st.mp2"_s},
         {Place + u"a;b$(c)&d.mp2"_s},
-        {Place + u"*"_s},
+        {Place + (anyName ? u"*"_s : u"b"_s)},
         {Place + u"--help"_s},
-        {Place + u"50%25.mp2?x=1"_s},
+        {Place + u"50%25.mp2"_s + (anyName ? u"?x=1"_s : u""_s)},
         {Place + u"news.mp2"_s}, // the task's own file name
         {.address = Place + u"a"_s,
          .logged = u"Hourly - 123.456 kB - -123.46 kB/s - Forced"_s,
@@ -182,6 +184,8 @@ TEST_F(DownloadCycle, GoesOnWithoutALogOrAPlaceForTheFile)
     expectNextWeekArmed();
 
     QDir().rmdir(app::logFilePath());
+    if (QDir::separator() != u'/')
+        GTEST_SKIP() << "the system keeps the current folder";
     onProgress([&] { QDir(destination({})).removeRecursively(); });
     for (const auto &[name, told] :
          {std::pair(u"latest.mp2"_s, u"Path not found"_s), {u"news.mp2"_s, u"File not found"_s}}) {
