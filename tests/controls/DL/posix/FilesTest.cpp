@@ -18,10 +18,8 @@ TEST_F(DownloadedFiles, HaveOrdinaryPermissions)
 
 TEST_F(DownloadedFiles, CountOnlyWhatAFullDiskTakes)
 {
-    constexpr qint32 room = 1'000'000;
-    const QByteArray audio(3 * room, 'a');
-    station.answerOthers({.body = audio, .cutAfter = 2 * room}); // then it stalls
-    const FileSizeLimit limit(room);
-    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(room, 3 * room));
+    station.answerOthers({.body = QByteArray(3'000'000, 'a'), .cutAfter = 2'000'000}); // and stalls
+    const FileSizeLimit room(1'000'000);
+    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(1'000'000, 3'000'000));
     EXPECT_FALSE(QFile::exists(destination()));
 }
