@@ -20,7 +20,6 @@
 #include <csignal>
 #include <filesystem>
 #include <random>
-#include <ranges>
 
 // Kills the program at random moments of its work and looks at what is left.
 // usage: trust_crash [KILLS-PER-OPERATION [SEED]]
@@ -289,8 +288,10 @@ struct Trial
     void checkFiles(size_t request, size_t count = 1)
     {
         const auto isWhole = [&](const QString &path, bool isSpcFile) {
-            const auto asked = station.requests() | std::views::drop(request);
-            return std::ranges::any_of(asked | std::views::take(count), [&](const auto &one) {
+            const auto &asked = station.requests();
+            const auto first = asked.begin() + std::min(request, asked.size());
+            const auto last = asked.begin() + std::min(request + count, asked.size());
+            return std::any_of(first, last, [&](const auto &one) {
                 return fileBytes(path) == file(one.path().split('/')[1].toInt(), isSpcFile);
             });
         };
