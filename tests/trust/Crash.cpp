@@ -287,13 +287,14 @@ struct Trial
     // Each is to be what one of so many requests brought.
     void checkFiles(size_t request, size_t count = 1)
     {
+        const size_t end = std::min(request + count, station.requests().size());
         const auto isWhole = [&](const QString &path, bool isSpcFile) {
-            const auto &asked = station.requests();
-            const auto first = asked.begin() + std::min(request, asked.size());
-            const auto last = asked.begin() + std::min(request + count, asked.size());
-            return std::any_of(first, last, [&](const auto &one) {
-                return fileBytes(path) == file(one.path().split('/')[1].toInt(), isSpcFile);
-            });
+            bool isOne = false;
+            for (size_t i = request; i < end; ++i) {
+                const int number = station.requests()[i].path().split('/')[1].toInt();
+                isOne |= fileBytes(path) == file(number, isSpcFile);
+            }
+            return isOne;
         };
         const QString raw = folders[0] + u"/latest.mp2"_s;
         check(!QFile::exists(raw) || isWhole(raw, false), "the address's file is not whole");
