@@ -82,3 +82,24 @@ start_program() {
   pids=($program "${pids[@]}")
   wait_for_window
 }
+
+end_program() {
+  kill "$program" 2>/dev/null || true
+  wait "$program" 2>/dev/null || true
+  program=
+}
+
+# take_picture NAME: of the window in front, with its frame, into the folder $pictures
+take_picture() {
+  sleep 0.5
+  import -frame -window "$(xdotool getactivewindow)" "$pictures/$1.png"
+}
+
+# press KEY...: a key reaches the window that the one before has opened only when that has come to
+# the front
+press() {
+  for key in "$@"; do
+    xdotool key --clearmodifiers "$key"
+    sleep 0.7
+  done
+}
