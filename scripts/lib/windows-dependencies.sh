@@ -47,8 +47,8 @@ sources_of() {
 }
 
 build_toolkit() {
-  local source=$dependencies/qt6-base
-  local build=$dependencies/qt6-base/build-windows feature features=()
+  local source=$dependencies/qt6-base feature features=()
+  local objects=$source/build-windows
   sources_of qt6-base
   # Left out: the tablet's header is not in the source package, the newer font engine does not link
   # with this compiler, and the rest is what the program does not use or the system does not have.
@@ -56,12 +56,12 @@ build_toolkit() {
     system_zlib system_pcre2 pkg_config precompile_header; do
     features+=("-DFEATURE_$feature=OFF")
   done
-  cmake -S "$source" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+  cmake -S "$source" -B "$objects" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_SHARED_LIBS=OFF \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(g++ -print-multiarch)/cmake" \
     -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no -DFEATURE_schannel=ON "${features[@]}"
-  cmake --build "$build"
-  cmake --install "$build" >/dev/null
+  cmake --build "$objects"
+  cmake --install "$objects" >/dev/null
 }
 
 # Only the ciphers of the task database; a server's certificate is the system's own matter.
@@ -99,11 +99,11 @@ PC
 }
 
 build_test_framework() {
-  local build=$dependencies/googletest-build
-  cmake -S /usr/src/googletest -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+  local objects=$dependencies/googletest-build
+  cmake -S /usr/src/googletest -B "$objects" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_GMOCK=OFF >/dev/null
-  cmake --build "$build"
-  cmake --install "$build" >/dev/null
+  cmake --build "$objects"
+  cmake --install "$objects" >/dev/null
 }
 
 # once NAME COMMAND...
