@@ -10,6 +10,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmSchedule.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/ProgramStyle.h"
 
 #include <QApplication>
 #include <QDir>
@@ -101,6 +102,7 @@ int main(int argc, char **argv)
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
     const QApplication application(argc, argv);
+    QApplication::setStyle(new ui::ProgramStyle); // owned by the application
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     QTimer::singleShot(iconDelay, &application,
                        [] { QApplication::setWindowIcon(ui::programIcon()); });
