@@ -97,11 +97,18 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
 // window does not wait for it.
 static constexpr auto iconDelay = 200ms;
 
+// Painting into memory that is shared with an X display, the toolkit asks the display before each
+// painting whether it is through with the last one, and wakes a second thread for the answer: a
+// quarter of what the seconds of the clock cost. So little is painted that it can be sent.
+static constexpr auto sendPainting = "QT_XCB_NO_MITSHM";
+
 int main(int argc, char **argv)
 {
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
+    qputenv(sendPainting, "1");
     const QApplication application(argc, argv);
+    qunsetenv(sendPainting);                      // not for what the program starts
     QApplication::setStyle(new ui::ProgramStyle); // owned by the application
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     QTimer::singleShot(iconDelay, &application,
