@@ -1,5 +1,6 @@
 #include "ui/main/ProgramStyle.h"
 
+#include <QGroupBox>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
@@ -35,9 +36,9 @@ static void drawGroupBox(const QRect &box, QPainter *painter)
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QColor(0, 0, 0, 26));
-    painter->setBrush(QColor(0, 0, 0, 4));
-    painter->drawRoundedRect(QRectF(box).adjusted(1.5, 1.5, -1.5, -1.5), 2, 2);
+    painter->setPen(QColor(0, 0, 0, 24));
+    painter->setBrush(QColor(0, 0, 0, 3));
+    painter->drawRoundedRect(QRectF(box).adjusted(1.5, 1.5, -0.5, -0.5), 2, 2);
     painter->restore();
 }
 
@@ -45,7 +46,9 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
                                  QPainter *painter, const QWidget *widget) const
 {
     constexpr int MarginBelowCaption = 3; // as the style itself lays the box out
-    if (element == PE_FrameGroupBox && baseStyle()->inherits("QFusionStyle")) {
+    const auto *box = qobject_cast<const QGroupBox *>(widget);
+    if (element == PE_FrameGroupBox && box && !box->title().isEmpty() &&
+        baseStyle()->inherits("QFusionStyle")) {
         const int caption =
             qMax(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height());
         drawGroupBox(option->rect.adjusted(0, caption + MarginBelowCaption, 0, 0), painter);
