@@ -19,10 +19,8 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
     const QString done = u"SPC header is toegevoegd..."_s;
     const QString unpadded = u"Invalid procedure call or argument"_s; // a header of 258 bytes
     const QString missing = u"SPC map niet gevonden"_s;
-    const struct
-    {
-        QString fileName, spcFolder, logged, status;
-    } cases[] = {
+    const std::tuple<QString, QString, QString, QString> cases[] = {
+        // the task's file name, the SPC folder, the last line of the log and the last status
         {u"news.spc"_s, spcFolder({}), downloaded, done},
         {u"hourly-news.spc"_s, spcFolder({}), unpadded, done},
         {u"news.spc"_s, host.folder() + u"/none"_s, u"Hourly - "_s + missing, missing},
