@@ -11,6 +11,7 @@ class WeekGrid : public TaskEditorTest
 protected:
     WeekGrid() { openEditor(); }
 
+    QCheckBox *box(int day, int hour) const { return editor->box(hour + 24 * (day - 1)); }
     QToolButton *label(const QString &text) const
     {
         for (auto *button : editor->findChildren<QToolButton *>())
@@ -21,10 +22,6 @@ protected:
     QPoint centre(const QWidget *widget) const
     {
         return widget->mapTo(editor.get(), widget->rect().center());
-    }
-    void press(const QWidget *widget) const
-    {
-        QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(widget));
     }
     void moveTo(QPoint position) const { QTest::mouseMove(editor->windowHandle(), position); }
     void clickOn(const QWidget *widget) const
@@ -82,7 +79,7 @@ TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
     EXPECT_EQ(editor->hours(), Hours());
 
     clickOn(box(6, 5));
-    press(box(2, 3));
+    QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(box(2, 3)));
     moveTo(centre(box(6, 6))); // passes over boxes without telling
     EXPECT_EQ(editor->hours(), range(2, 6, 3, 6));
     moveTo(centre(box(4, 4))); // and back: what is left is as it was
@@ -92,8 +89,9 @@ TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
     moveTo(centre(box(7, 23)));
     EXPECT_EQ(editor->hours(), range(1, 2, 2, 3) + range(6, 6, 5, 5));
 
-    press(box(1, 2));                                    // from a ticked box on it unticks
-    moveTo({editor->width() - 1, editor->height() - 1}); // beyond the last box
+    // from a ticked box on it unticks, and beyond the last box it goes on
+    QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(box(1, 2)));
+    moveTo({editor->width() - 1, editor->height() - 1});
     EXPECT_EQ(editor->hours(), Hours());
 }
 
