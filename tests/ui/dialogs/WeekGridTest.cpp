@@ -128,10 +128,8 @@ TEST_F(WeekGrid, ArrowKeysMoveAndABlankToggles)
         {Qt::Key_Left, u"Monday, all hours"_s, tuesday},
         {Qt::Key_Down, u"Monday 00"_s, tuesday},
         {Qt::Key_Left, u"00, all days"_s, tuesday},
-        {Qt::Key_Right, u"Monday 00"_s, tuesday},
-        {Qt::Key_Down, u"Monday 01"_s, tuesday},
         {Qt::Key_Tab, {}, tuesday}, // the Save button
-        {Qt::Key_Backtab, u"Monday 01"_s, tuesday},
+        {Qt::Key_Backtab, u"00, all days"_s, tuesday},
     };
     for (const auto &[pressed, name, ticked] : steps) {
         QTest::keyClick(editor->windowHandle(), pressed);

@@ -34,14 +34,9 @@ constexpr auto march(unsigned day, int hour, int minute = 0, int second = 0)
 
 TEST(NextSlot, IsChosenByTheRules)
 {
-    const struct
-    {
-        const char *what;
-        std::chrono::local_seconds now;
-        std::vector<WeekSlot> rows;
-        int row;
-        std::chrono::local_seconds moment;
-    } cases[] = {
+    using Moment = std::chrono::local_seconds;
+    const std::tuple<const char *, Moment, std::vector<WeekSlot>, int, Moment> cases[] = {
+        // what it shows, the present moment, the slots, and the chosen one's row and moment
         {"this week", march(4, 10), {{3, 9, 30}, {3, 10, 1}, {5, 0, 0}}, 1, march(4, 10, 1)},
         {"or the next", march(4, 10), {{1, 9, 0}, {3, 9, 30}}, 0, march(9, 9)},
         {"an equal second is not later", march(4, 10), {{3, 10, 0}, {4, 8, 0}}, 1, march(5, 8)},

@@ -3,6 +3,8 @@
 #include "tests/support/System.h"
 #include "ui/main/SpcHeader.h"
 
+#include <QRegularExpression>
+
 static QByteArray header(const QString &fileName)
 {
     return ("FILE: " + fileName.toUtf8() +
@@ -52,9 +54,9 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         lookUpBeforeDue();
         runDownload();
         EXPECT_TRUE(watch()->isActive());
-        EXPECT_FALSE(canUse(u"mnuOpdrachten"_s));
+        EXPECT_FALSE(formControl<QAction>(u"mnuOpties"_s)->isEnabled());
         EXPECT_EQ(status(), u"SPC header wordt toegevoegd..."_s);
-        EXPECT_EQ(host.sleeps, QList<std::chrono::milliseconds>());
+        EXPECT_EQ(pauses, QStringList());
         waitForBatch();
         EXPECT_EQ(fileBytes(destination(u"tijdelijk.txt"_s)), header(fileName));
         EXPECT_EQ(fileBytes(destination(u"tijdelijk.bat"_s)),
@@ -65,8 +67,7 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         EXPECT_EQ(fileBytes(copy), copies ? header(fileName) + audio : "old");
         EXPECT_EQ(destinationFiles(), QStringList{fileName});
         EXPECT_EQ(log().back(), logged);
-        EXPECT_EQ(statusesDuringPauses, QStringList{told});
-        EXPECT_EQ(host.sleeps, QList{1000ms});
+        EXPECT_EQ(pauses, QStringList{told + u" for 1000 ms"_s});
         EXPECT_EQ(form->DownloadEntry.DownloadTime, due + std::chrono::days(7));
         expectNextArmed();
         QFile::remove(spcFile);
@@ -84,10 +85,10 @@ TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
         host.startBatch({folder + u'/', u"slow.bat"_s, u"header"_s, u"audio"_s, u"out"_s},
                         [](auto) {});
         watch()->start();
-        host.sleeps.clear();
+        pauses.clear();
         tick(watch());
         EXPECT_TRUE(watch()->isActive());
-        EXPECT_EQ(host.sleeps, QList{1000ms});
+        EXPECT_EQ(pauses, QStringList{u" for 1000 ms"_s});
         EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::True);
 
         endSlowBatch(folder);
@@ -105,11 +106,9 @@ TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
     waitForBatch();
     QFile::remove(destination(u"tijdelijk.txt"_s));
     tick(watch());
-    QStringList told = log();
-    ASSERT_GT(told.size(), 1);
-    const QString batchTold = told.takeAt(1);
-    EXPECT_TRUE(batchTold.startsWith(u"Hourly - "_s) && batchTold.contains(u"latest.mp2"_s));
-    EXPECT_EQ(told, QStringList(3, u"File not found"_s)); // the download, twice, and tijdelijk.txt
+    EXPECT_EQ(log().count(u"File not found"_s), 3); // the download, twice, and tijdelijk.txt
+    EXPECT_EQ(log().filter(QRegularExpression(u"^Hourly - .*latest.mp2"_s)).size(), 1);
+    EXPECT_EQ(log().size(), 4);
     EXPECT_EQ(fileBytes(destination(u"news.spc"_s)), "old");
     EXPECT_EQ(destinationFiles(), QStringList{u"news.spc"_s});
 }
@@ -122,7 +121,6 @@ TEST(SpcHeader, SecondsFollowTheirRulesInBothLocales)
         {3'840'209, u"120.00"_s, u"120.00"_s},
         {395'077'248, u"12345,49.00"_s, u"12345.49"_s},
         {39'507'725, u"1234.54"_s, u"1234.549.00"_s},
-        {0, u"0.00"_s, u"0.00"_s},
     };
     for (const auto &[size, comma, point] : cases) {
         EXPECT_EQ(ui::secondsText(size, u','), comma);
