@@ -4,9 +4,10 @@
 
 using namespace app;
 
-TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolder)
+TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
 {
     FakeHost host;
+    EXPECT_EQ(errorOf([] { WriteLog(u"no folder"_s); }), PathNotFound);
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
@@ -54,6 +55,7 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
         {u"D:\\"_s, u"D:\\"_s},
         {u"D:\\Audio"_s, u"D:\\Audio\\"_s},
         {u"D:\\Audio\\"_s, u"D:\\"_s}, // odd, and required
+        {u"D:"_s, u"D:\\"_s},
         {u"\\\\server\\share"_s, u"\\\\server\\share\\"_s},
         {u"/srv/audio"_s + native + native, u"/srv/audio"_s + native},
         {u"/"_s, native == u"/"_s ? native : u"/"_s + native},
