@@ -35,7 +35,7 @@ protected:
 
 } // namespace
 
-TEST_F(ForceDownload, OffersTheTasksAndStartsWithNoneChosen)
+TEST_F(ForceDownload, OffersTheTasksAndReportsOneThatIsGone)
 {
     addTask(u"Kid''s été"_s, u"http://a/b"_s, u"b"_s, 0, false);
     openWindow();
@@ -50,6 +50,11 @@ TEST_F(ForceDownload, OffersTheTasksAndStartsWithNoneChosen)
         EXPECT_TRUE(button()->isEnabled());
     }
     EXPECT_EQ(combo()->count(), 2);
+
+    removeAll();
+    QTest::keyClick(combo(), Qt::Key_Return);
+    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
+    EXPECT_FALSE(store::rsOpdrachten->isOpen());
     window->close();
     EXPECT_EQ(form->DownloadEntry.DownloadTime, due);
     EXPECT_EQ(ui::ForcedDownload, Boolean::False);
@@ -79,14 +84,4 @@ TEST_F(ForceDownload, StartsNothingWhileNothingIsScheduled)
     host.clock += 5s;
     tick();
     EXPECT_EQ(host.beeps, 0);
-}
-
-TEST_F(ForceDownload, ATaskThatIsGoneIsReported)
-{
-    openWindow();
-    QTest::keyClick(combo(), Qt::Key_Down);
-    removeAll();
-    QTest::keyClick(combo(), Qt::Key_Return);
-    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
-    EXPECT_FALSE(store::rsOpdrachten->isOpen());
 }

@@ -84,7 +84,6 @@ TEST_F(TaskEditorTest, OddRowsOfAnotherProgramTickWhatTheyCanOrRaise)
         {slot.arg(u"1, -1"_s), InvalidProcedureCall, {}},
         {slot.arg(u"7, 24"_s), InvalidProcedureCall, {}},
         {slot.arg(u"1, NULL"_s), InvalidUseOfNull, {}},
-        {task.arg(u"Download_adres = ''"_s), {}, {}},
         {task.arg(u"Minuten = NULL"_s), InvalidUseOfNull, {}},
         {task.arg(u"Opdrachtnaam = 'Gone'"_s), NoCurrentRow, {}},
         {other.arg(60), InvalidProcedureCall, {}},
