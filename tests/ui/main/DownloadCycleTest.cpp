@@ -102,10 +102,7 @@ TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
         {Place + (anyName ? u"*"_s : u"b"_s)},
         {Place + u"50%25.mp2"_s + (anyName ? u"?x=1"_s : u""_s)},
         {Place + u"news.mp2"_s}, // the task's own file name
-        {.logged = u"Hourly - 123.456 kB - -123.46 kB/s - Forced"_s,
-         .isForced = Boolean::True,
-         .startTick = last,
-         .endTick = last - 1000},
+        {.logged = u"Hourly - 123.456 kB - -123.46 kB/s"_s, .endTick = -1000},
         {.logged = u"Division by zero"_s, .endTick = 0},
         {.logged = u"Overflow"_s, .startTick = last, .endTick = -last},
         {.address = Place, .logged = noFile, .file = "old"},
