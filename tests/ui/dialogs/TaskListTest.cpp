@@ -32,12 +32,10 @@ protected:
     }
 
     QPushButton *button(const QString &name) const { return list->findChild<QPushButton *>(name); }
-    void clickNew() const { button(u"Toevoegen"_s)->click(); }
-    void clickModify() const { button(u"Wijzigen"_s)->click(); }
-    void clickDelete(bool answer = true)
+    void click(const QString &name, bool answer = true)
     {
         host.answers = {answer};
-        button(u"Verwijderen"_s)->click();
+        button(name)->click();
     }
 
     QTableView *grid() const { return list->findChild<QTableView *>(); }
@@ -81,27 +79,20 @@ TEST_F(TaskList, ShowsTheTasksInTheOrderOfTheTable)
     openList();
     EXPECT_EQ(list->windowTitle(), u"Ostravelin 1.8.1"_s);
     EXPECT_EQ(names(), u"Noon Late Early"_s);
-    EXPECT_EQ(cell(1, 4), u"True"_s);
-    // titles, widths, and the texts in the inactive task's row
-    const std::tuple<QString, int, QString> columns[] = {
-        {u"Taskname"_s, 147, u"Late"_s},     {u"Download address"_s, 263, u"http://a/late.mp2"_s},
-        {u"Filename"_s, 120, u"late.mp2"_s}, {u""_s, 0, u"23"_s},
-        {u"Active"_s, 43, u"False"_s},
-    };
+    QStringList columns; // titles, widths, and the texts in the inactive task's row
     for (int column = 0; column < 5; ++column)
-        EXPECT_EQ(std::tuple(grid()->model()->headerData(column, Qt::Horizontal).toString(),
-                             grid()->columnWidth(column), cell(2, column)),
-                  columns[column]);
+        columns << u"%1 %2 %3"_s.arg(grid()->model()->headerData(column, Qt::Horizontal).toString(),
+                                     QString::number(grid()->columnWidth(column)), cell(2, column));
+    EXPECT_EQ(columns.join(u'|'), u"Taskname 147 Late|Download address 263 http://a/late.mp2|"
+                                  "Filename 120 late.mp2| 0 23|Active 43 False"_s);
+    EXPECT_EQ(cell(1, 4), u"True"_s);
 
-    int previous = 0;
-    for (const auto &[name, caption] : {std::pair(u"Toevoegen"_s, u"&New task"_s),
-                                        {u"Verwijderen"_s, u"&Delete"_s},
-                                        {u"Wijzigen"_s, u"&Modify"_s}}) {
-        EXPECT_EQ(button(name)->text(), caption);
-        EXPECT_GT(button(name)->x(), previous);
-        EXPECT_LT(button(name)->geometry().bottom(), grid()->y());
-        previous = button(name)->geometry().right();
+    QMap<int, QString> captions; // by their places
+    for (const auto *each : list->findChildren<QPushButton *>()) {
+        captions[each->x()] = each->text();
+        EXPECT_LT(each->geometry().bottom(), grid()->y());
     }
+    EXPECT_EQ(captions.values().join(u' '), u"&New task &Delete &Modify"_s);
 
     QTest::keyClick(list.get(), Qt::Key_Escape);
     EXPECT_FALSE(list->isVisible());
@@ -130,17 +121,11 @@ TEST_F(TaskList, InactiveTasksAreRedInAllColumns)
 
 TEST_F(TaskList, TheEditorsWorkIsShownAndTheSelectionKeptWhereItBelongs)
 {
-    const struct
-    {
-        int clicked;    // row, or 0 for a new task
-        QString name;   // that is entered; none for a cancel
-        Hours hours;    // that are entered
-        int selected;   // row that is selected afterwards
-        QString tables; // names and slots; nothing when they are as before
-    } steps[] = {
+    const std::tuple<int, QString, Hours, int, QString> steps[] = {
+        // the clicked row, or 0 for a new task; the name, or none for a cancel, and the hours that
+        // are entered; the row selected afterwards; names and slots, or none when as before
         {0, u"d'Or"_s, {0}, 4, u"Noon Late Early d'Or, d'Or|1|0"_s},
         {0, u"D'OR"_s, {5}, 1, {}}, // refused
-        {0, {}, {}, 1, {}},
         {3, u"été"_s, {1}, 3, u"Noon Late été d'Or, d'Or|1|0 été|1|1"_s},
         {3, u"ÉTÉ"_s, {25}, 3, u"Noon Late ÉTÉ d'Or, d'Or|1|0 ÉTÉ|2|1"_s},
         // kept: a renamed task takes any name, and leaves its old slots
@@ -153,81 +138,70 @@ TEST_F(TaskList, TheEditorsWorkIsShownAndTheSelectionKeptWhereItBelongs)
     openList();
     Hours shown;
     QString tables;
-    for (const auto &step : steps) {
-        SCOPED_TRACE(step.name.toStdString());
+    for (const auto &[clicked, name, hours, selected, changed] : steps) {
+        SCOPED_TRACE(name.toStdString());
         edit = [&] {
             const Editor editor(list.get());
             shown = editor.hours();
-            if (step.name.isEmpty())
+            if (name.isEmpty())
                 return editor.cancel();
-            editor.fill({step.name, u"a"_s, u"a"_s, u"7"_s, u"True"_s}, step.hours);
+            editor.fill({name, u"a"_s, u"a"_s, u"7"_s, u"True"_s}, hours);
             editor.save();
         };
-        clickRow(qMax(step.clicked, 1));
-        EXPECT_EQ(selectedRow(), qMax(step.clicked, 1));
-        step.clicked == 0 ? clickNew() : clickModify();
-        EXPECT_EQ(selectedRow(), step.selected);
-        if (!step.tables.isEmpty())
-            tables = step.tables;
+        clickRow(qMax(clicked, 1));
+        EXPECT_EQ(selectedRow(), qMax(clicked, 1));
+        click(clicked == 0 ? u"Toevoegen"_s : u"Wijzigen"_s);
+        EXPECT_EQ(selectedRow(), selected);
+        if (!changed.isEmpty())
+            tables = changed;
         const QStringList slotRows = stored().mid(grid()->model()->rowCount());
         EXPECT_EQ(names() + u", "_s + slotRows.join(u' '), tables);
     }
     EXPECT_EQ(shown, (Hours{0, 2}));
     EXPECT_EQ(host.messages.size(), 1);
 
-    clickDelete();
+    click(u"Verwijderen"_s);
     EXPECT_EQ(names(), u"Noon Late ÉTÉ LATE"_s);
     EXPECT_EQ(selectedRow(), 1);
     EXPECT_EQ(stored().last(), u"D'OR|1|3"_s); // kept: a deleted task leaves its slots
 }
 
-TEST_F(TaskList, HasNothingToSelectWhenItIsEmpty)
+TEST_F(TaskList, HasNothingToSelectWhenItIsEmptyAndAsksBeforeATaskIsDeleted)
 {
     removeAll();
     openList();
     EXPECT_EQ(selectedRow(), 0);
-    clickNew(); // and cancelled
+    click(u"Toevoegen"_s); // and cancelled
     EXPECT_EQ(selectedRow(), 0);
 
-    edit = [] { addTask(sOpdrachtnaam = u"First"_s, u"http://a/b"_s, u"b"_s); };
-    clickNew();
-    EXPECT_EQ(selectedRow(), 1);
-
-    clickDelete();
+    edit = [] {
+        addTask(u"Kid''s & <b>été</b>"_s, u"http://a/b"_s, u"b"_s);
+        sOpdrachtnaam = u"Kid's & <b>été</b>"_s;
+    };
+    click(u"Toevoegen"_s);
+    for (const bool answer : {false, true}) {
+        EXPECT_EQ(selectedRow(), 1);
+        click(u"Verwijderen"_s, answer);
+        EXPECT_EQ(host.questions.back(), u"Ostravelin 1.8.1 | Do you realy want task "
+                                         "'Kid's & <b>été</b>' will be removed?"_s);
+    }
     EXPECT_EQ(names(), u""_s);
     EXPECT_EQ(selectedRow(), 0);
 }
 
-TEST_F(TaskList, AsksBeforeATaskIsDeleted)
-{
-    addTask(u"Kid''s & <b>été</b>"_s, u"http://a/b"_s, u"b"_s);
-    openList();
-    for (const bool answer : {false, true}) {
-        clickRow(4);
-        clickDelete(answer);
-        EXPECT_EQ(host.questions.back(), u"Ostravelin 1.8.1 | Do you realy want task "
-                                         "'Kid's & <b>été</b>' will be removed?"_s);
-        EXPECT_EQ(grid()->model()->rowCount(), answer ? 3 : 4);
-        EXPECT_EQ(selectedRow(), answer ? 1 : 4);
-    }
-}
-
-TEST_F(TaskList, TellsTheEditorWhatToDo)
+TEST_F(TaskList, TellsTheEditorWhichTaskToModify)
 {
     openList();
     QStringList told;
-    edit = [&] {
-        told << (store::bNieuweOpdracht == Boolean::True ? u"new "_s : u"old "_s) + sOpdrachtnaam;
-    };
+    edit = [&] { told << sOpdrachtnaam; };
     clickRow(2);
-    clickModify();
-    clickNew();
+    click(u"Toevoegen"_s);
     clickRow(2);
     QTest::keyClick(grid(), Qt::Key_Down);
     QTest::keyClick(grid(), Qt::Key_Return);
     clickRow(1);
     QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, placeInRow(1));
-    EXPECT_EQ(told, (QStringList{u"old Late"_s, u"new "_s, u"old Early"_s, u"old Noon"_s}));
+    EXPECT_EQ(told, (QStringList{u""_s, u"Early"_s, u"Noon"_s}));
     clickRow(2);
     clickRow(2, Qt::ControlModifier); // takes no selection away
     EXPECT_EQ(selectedRow(), 2);
@@ -251,7 +225,7 @@ TEST_F(TaskList, ADatabaseErrorIsReported)
 {
     openList();
     edit = [] { execute(u"ALTER TABLE Opdrachtgegevens RENAME TO Lost"_s); };
-    clickModify();
+    click(u"Wijzigen"_s);
     EXPECT_EQ(host.endings, QList{1});
     EXPECT_TRUE(host.messages.join(u'\n').contains(u"no such table: Opdrachtgegevens"_s));
 

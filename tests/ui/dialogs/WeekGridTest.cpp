@@ -11,6 +11,7 @@ class WeekGrid : public TaskEditorTest
 protected:
     WeekGrid() { openEditor(); }
 
+    QCheckBox *box(int day, int hour) const { return editor->box(hour + 24 * (day - 1)); }
     QToolButton *label(const QString &text) const
     {
         for (auto *button : editor->findChildren<QToolButton *>())
@@ -21,10 +22,6 @@ protected:
     QPoint centre(const QWidget *widget) const
     {
         return widget->mapTo(editor.get(), widget->rect().center());
-    }
-    void press(const QWidget *widget) const
-    {
-        QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(widget));
     }
     void moveTo(QPoint position) const { QTest::mouseMove(editor->windowHandle(), position); }
     void clickOn(const QWidget *widget) const
@@ -82,7 +79,7 @@ TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
     EXPECT_EQ(editor->hours(), Hours());
 
     clickOn(box(6, 5));
-    press(box(2, 3));
+    QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(box(2, 3)));
     moveTo(centre(box(6, 6))); // passes over boxes without telling
     EXPECT_EQ(editor->hours(), range(2, 6, 3, 6));
     moveTo(centre(box(4, 4))); // and back: what is left is as it was
@@ -92,8 +89,9 @@ TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
     moveTo(centre(box(7, 23)));
     EXPECT_EQ(editor->hours(), range(1, 2, 2, 3) + range(6, 6, 5, 5));
 
-    press(box(1, 2));                                    // from a ticked box on it unticks
-    moveTo({editor->width() - 1, editor->height() - 1}); // beyond the last box
+    // from a ticked box on it unticks, and beyond the last box it goes on
+    QTest::mousePress(editor->windowHandle(), Qt::LeftButton, {}, centre(box(1, 2)));
+    moveTo({editor->width() - 1, editor->height() - 1});
     EXPECT_EQ(editor->hours(), Hours());
 }
 
@@ -117,26 +115,19 @@ TEST_F(WeekGrid, ArrowKeysMoveAndABlankToggles)
 {
     editor->minutes()->setFocus();
     const Hours tuesday = range(2, 2, 0, 23);
-    const std::tuple<Qt::Key, QString, Hours> steps[] = {
-        {Qt::Key_Tab, u"Monday 00"_s, {}},
-        {Qt::Key_Right, u"Tuesday 00"_s, {}},
-        {Qt::Key_Down, u"Tuesday 01"_s, {}},
-        {Qt::Key_Space, u"Tuesday 01"_s, {25}},
-        {Qt::Key_Up, u"Tuesday 00"_s, {25}},
-        {Qt::Key_Up, u"Tuesday, all hours"_s, {25}},
-        {Qt::Key_Space, u"Tuesday, all hours"_s, tuesday},
-        {Qt::Key_Up, u"Tuesday, all hours"_s, tuesday},
-        {Qt::Key_Left, u"Monday, all hours"_s, tuesday},
-        {Qt::Key_Left, u"Monday, all hours"_s, tuesday},
-        {Qt::Key_Down, u"Monday 00"_s, tuesday},
-        {Qt::Key_Left, u"00, all days"_s, tuesday},
-        {Qt::Key_Right, u"Monday 00"_s, tuesday},
-        {Qt::Key_Down, u"Monday 01"_s, tuesday},
-        {Qt::Key_Tab, {}, tuesday}, // the Save button
-        {Qt::Key_Backtab, u"Monday 01"_s, tuesday},
+    const std::tuple<QList<Qt::Key>, QString, Hours> walks[] = {
+        // keys, the cell that they lead to, and what is ticked then
+        {{Qt::Key_Tab}, u"Monday 00"_s, {}},
+        {{Qt::Key_Right, Qt::Key_Down, Qt::Key_Space}, u"Tuesday 01"_s, {25}},
+        {{Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}, u"Tuesday, all hours"_s, {25}},
+        {{Qt::Key_Space, Qt::Key_Left, Qt::Key_Left}, u"Monday, all hours"_s, tuesday},
+        {{Qt::Key_Down, Qt::Key_Left}, u"00, all days"_s, tuesday},
+        {{Qt::Key_Tab}, {}, tuesday}, // the Save button
+        {{Qt::Key_Backtab}, u"00, all days"_s, tuesday},
     };
-    for (const auto &[pressed, name, ticked] : steps) {
-        QTest::keyClick(editor->windowHandle(), pressed);
+    for (const auto &[keys, name, ticked] : walks) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(editor->windowHandle(), key);
         EXPECT_EQ(editor->focusWidget()->accessibleName(), name);
         EXPECT_EQ(editor->hours(), ticked) << name.toStdString();
     }

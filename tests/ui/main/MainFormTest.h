@@ -2,7 +2,7 @@
 
 #include "app/Module1.h"
 #include "controls/DL/DL.h"
-#include "store/OpenRecordset.h"
+#include "store/Recordset.h"
 #include "store/TaskStore.h"
 #include "tests/support/Station.h"
 #include "tests/support/Test.h"
@@ -28,18 +28,17 @@ protected:
         QDir().mkpath(destination({}));
         QFile::copy(QStringLiteral(EMPTY_DATABASE),
                     host.programFolder() + u"/database/ostravelin.mdb"_s);
-        makeFile(host.settingsDirectory() + u"/Ostravelin.ini"_s,
-                 "[Bestandsmappen]\nBestemmingsmap=" + destination({}).toLocal8Bit() + '\n');
-        app::LoadSettings();
+        app::sBestemmingsmap = destination({});
         store::OpenDatabase(host.programFolder());
         host.clock = moment(2026, 3, 4, 10);
-        host.onSleep = [this](auto) { statusesDuringPauses << status(); };
+        host.onSleep = [this](auto length) {
+            pauses << status() + u" for %1 ms"_s.arg(length.count());
+        };
         station.routeHere();
     }
 
     ~MainFormTest() override
     {
-        form.reset();
         store::rsOpdrachten.reset();
         store::dbConnection.close();
         ui::ForcedDownload = Boolean::False;
@@ -50,10 +49,8 @@ protected:
     static void addTask(const QString &name, const QString &address, const QString &fileName,
                         int minute = 0, bool active = true)
     {
-        execute(u"INSERT INTO Opdrachtgegevens VALUES ('%1', '%2', '%3', %4, %5)"_s
-                    .arg(name, address, fileName)
-                    .arg(minute)
-                    .arg(active));
+        execute(u"INSERT INTO Opdrachtgegevens VALUES ('%1', '%2', '%3', %4, %5)"_s.arg(
+            name, address, fileName, QString::number(minute), QString::number(active)));
     }
 
     static void addSlot(const QString &name, int day, int hour)
@@ -71,10 +68,7 @@ protected:
         addSlot(name, static_cast<int>(std::chrono::weekday{day}.iso_encoding()), minutes / 60);
     }
 
-    static void setTasks(const QString &assignments)
-    {
-        execute(u"UPDATE Opdrachtgegevens SET "_s + assignments);
-    }
+    static void setTasks(const QString &to) { execute(u"UPDATE Opdrachtgegevens SET "_s + to); }
 
     static void removeAll()
     {
@@ -86,16 +80,13 @@ protected:
     static QStringList stored()
     {
         QStringList stored;
-        store::Recordset records(store::dbConnection);
-        for (const QString &table : {u"Opdrachtgegevens"_s, u"Tijden"_s}) {
-            const store::OpenRecordset rows(records, table);
-            for (; !rows->atEnd(); rows->moveNext()) {
-                QStringList fields;
-                for (int field = 0; field < rows->fieldNames().size(); ++field)
-                    fields << rows->value(field).toText();
-                stored << fields.join(u'|');
-            }
-        }
+        store::Recordset rows(store::dbConnection);
+        rows.setSource(
+            u"SELECT Opdrachtnaam || '|' || Download_adres || '|' || Filenaam || '|' || "
+            "Minuten || '|' || CASE WHEN Aktief THEN 'True' ELSE 'False' END FROM Opdrachtgegevens "
+            "UNION ALL SELECT Opdrachtnaam || '|' || Dagen || '|' || Uren FROM Tijden"_s);
+        for (rows.open(); !rows.atEnd(); rows.moveNext())
+            stored << rows.value(0).toText();
         return stored;
     }
 
@@ -108,7 +99,7 @@ protected:
     }
 
     template <typename Control>
-    Control *formControl(const QString &name = {}) const
+    auto *formControl(const QString &name = {}) const
     {
         return form->findChild<Control *>(name);
     }
@@ -120,27 +111,19 @@ protected:
     void tick() { tick(countdown()); }
     void trigger(const QString &entry) const { formControl<QAction>(entry)->trigger(); }
 
-    bool canUse(const QString &entry) const
-    {
-        const auto *menu = formControl<QMenu>(entry);
-        return (menu ? menu->menuAction() : formControl<QAction>(entry))->isEnabled();
-    }
-
     QString labelText(const QString &name) const { return formControl<QLabel>(name)->text(); }
     QString status() const { return labelText(u"StatusBar1Panel1"_s); }
 
-    void onProgress(std::function<void()> act)
+    void onProgress(const auto &act)
     {
-        QObject::connect(formControl<controls::DL>(), &controls::DL::Progress, form.get(),
-                         std::move(act));
+        QObject::connect(formControl<controls::DL>(), &controls::DL::Progress, form.get(), act);
     }
 
     /// Looks up the next download a second before `due`, with nothing told so far.
     void lookUpBeforeDue()
     {
         host.clock = due - 1s;
-        host.sleeps.clear();
-        statusesDuringPauses.clear();
+        pauses.clear();
         form->ZoekVolgende();
     }
 
@@ -175,5 +158,5 @@ protected:
     FakeHost host;
     Station station;
     std::unique_ptr<ui::MainForm> form;
-    QStringList statusesDuringPauses;
+    QStringList pauses; ///< what the status line says in each, and its length
 };

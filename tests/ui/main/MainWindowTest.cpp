@@ -4,49 +4,53 @@
 
 using MainWindow = MainFormTest;
 
-TEST_F(MainWindow, HasItsControlsTitlesAndMenus)
+TEST_F(MainWindow, HasItsTitlesAndMenus)
 {
     QStringList opened;
-    const auto note = [&](const QString &name) { return [&, name] { opened << name; }; };
-    openForm({.taskList = note(u"list"_s),
-              .forcedDownload = note(u"force"_s),
-              .options = note(u"options"_s),
-              .about = [] { throw platform::RuntimeError(NoCurrentRow); }});
+    const auto note = [&](const QString &name) {
+        opened << name + (countdown()->isActive() ? u" beside the countdown"_s : u""_s);
+    };
+    openForm({.taskList = [&] { note(u"list"_s); },
+              .forcedDownload = [&] { note(u"force"_s); },
+              .options = [&] { note(u"options"_s); },
+              .about = [&] { note(u"about"_s); }});
     EXPECT_EQ(form->windowTitle(), u"Ostravelin 1.8.1"_s);
     EXPECT_EQ(formControl<QGroupBox>(u"Frame1"_s)->title(), u"Download Countdown"_s);
-    for (const auto &name : {u"StatusBar1"_s, u"ctlDownload"_s, u"Shape1"_s, u"Shape2"_s,
-                             u"Line1"_s, u"Line2"_s, u"Line3"_s, u"Line4"_s})
-        EXPECT_TRUE(formControl<QWidget>(name)) << name.toStdString();
-    const std::pair<QString, QString> entries[] = {{u"mnuMutaties"_s, u"&Mutations"_s},
+
+    const std::pair<QString, QString> entries[] = {{u"mnuLogbestand"_s, u"&Logfile"_s},
+                                                   {u"mnuMutaties"_s, u"&Mutations"_s},
                                                    {u"mnuForceDownload"_s, u"&Forced download"_s},
                                                    {u"mnuOpties"_s, u"O&ptions"_s},
                                                    {u"mnuInfo"_s, u"&Info"_s}};
+    addTaskAt(due, u"New"_s, u"/new"_s, u"new"_s); // as in the task list
     for (const auto &[name, caption] : entries) {
         EXPECT_EQ(formControl<QAction>(name)->text(), caption);
-        EXPECT_TRUE(formControl<QAction>(name)->isVisible());
         trigger(name);
     }
-    EXPECT_EQ(opened, (QStringList{u"list"_s, u"force"_s, u"options"_s}));
-    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3021: No current row"_s});
-    EXPECT_EQ(host.endings, QList{1});
-    EXPECT_FALSE(countdown()->isActive());
+    EXPECT_EQ(opened.join(u", "_s), u"list, force beside the countdown, "
+                                    "options beside the countdown, about beside the countdown"_s);
+    EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
+    EXPECT_EQ(host.openedInEditor, QStringList{app::logFilePath()});
+    EXPECT_TRUE(QFile::exists(app::logFilePath()));
+    EXPECT_EQ(host.messages, QStringList{});
 
     openForm(ui::MenuWindows());
     for (const auto &[name, caption] : entries)
-        EXPECT_FALSE(formControl<QAction>(name)->isVisible());
+        EXPECT_EQ(formControl<QAction>(name)->isVisible(), name == entries[0].first);
+    host.hasEditor = false;
+    trigger(u"mnuLogbestand"_s);
+    EXPECT_TRUE(host.messages.join(u'|').contains(app::logFilePath()));
 }
 
-TEST_F(MainWindow, TheCountdownStandsStillWhileTheTaskListIsOpen)
+TEST_F(MainWindow, AnUnforeseenErrorStopsItIsToldOnceAndEndsTheProgram)
 {
-    bool counted = true;
-    openForm({.taskList = [&] {
-        counted = countdown()->isActive();
-        addTaskAt(due, u"New"_s, u"/new"_s, u"new"_s);
-    }});
-    trigger(u"mnuMutaties"_s);
-    EXPECT_FALSE(counted);
-    EXPECT_TRUE(countdown()->isActive());
-    EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
+    openForm({.about = [] { throw std::runtime_error("unforeseen"); }});
+    host.onMessage = [this] { trigger(u"mnuInfo"_s); };
+    trigger(u"mnuInfo"_s);
+    EXPECT_FALSE(countdown()->isActive());
+    EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 51: unforeseen"_s});
+    EXPECT_EQ(host.endings, QList{1});
+    EXPECT_EQ(log(), QStringList{u"unforeseen"_s});
 }
 
 TEST_F(MainWindow, AWindowOfADisabledEntryCannotBeUsedUntilTheEntryIsEnabled)
@@ -67,18 +71,4 @@ TEST_F(MainWindow, AWindowOfADisabledEntryCannotBeUsedUntilTheEntryIsEnabled)
     trigger(u"mnuOpties"_s);
     form->mnuInstelling(Boolean::False); // the window is gone
     EXPECT_EQ(usable, (QList{false, false, true, true}));
-}
-
-TEST_F(MainWindow, OpensTheLogEvenBeforeItsFirstLine)
-{
-    openForm();
-    EXPECT_EQ(formControl<QAction>(u"mnuLogbestand"_s)->text(), u"&Logfile"_s);
-    trigger(u"mnuLogbestand"_s);
-    EXPECT_TRUE(QFile::exists(app::logFilePath()));
-    EXPECT_EQ(host.openedInEditor, QStringList{app::logFilePath()});
-    EXPECT_EQ(host.messages, QStringList{});
-
-    host.hasEditor = false;
-    trigger(u"mnuLogbestand"_s);
-    EXPECT_TRUE(host.messages.join(u'|').contains(app::logFilePath()));
 }

@@ -1,20 +1,15 @@
 #include "tests/ui/main/MainFormTest.h"
 
-class NextDownload : public MainFormTest
-{
-protected:
-    QString taskColour() const
-    {
-        const auto *label = formControl<QLabel>(u"Label4"_s);
-        return label->palette().color(label->foregroundRole()).name();
-    }
-};
+using NextDownload = MainFormTest;
 
 TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
 {
     addTask(u"Idle"_s, u"http://station.example/a"_s, u"a"_s, 0, false);
     addSlot(u"Idle"_s, 4, 12);
     openForm();
+    const auto taskColour = [label = formControl<QLabel>(u"Label4"_s)] {
+        return label->palette().color(label->foregroundRole()).name();
+    };
     for (const QStringList &logged : {QStringList(), {u"Invalid use of Null"_s}}) {
         EXPECT_EQ(labelText(u"Label4"_s) + labelText(u"Label3"_s), u"No tasks"_s);
         EXPECT_EQ(taskColour(), u"#ff0000"_s);
@@ -24,6 +19,9 @@ TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
         addTask(u"No slots"_s, u"http://h/bad"_s, u"bad"_s);
         form->ZoekVolgende();
     }
+    addSlot(u"No slots"_s, 4, 12);
+    form->ZoekVolgende();
+    EXPECT_EQ(taskColour(), u"#008000"_s);
 }
 
 TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
@@ -31,9 +29,7 @@ TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
     const std::pair<QString, QString> addresses[] = {
         {u"http://h/a/hourly.mp3"_s, u"hourly.mp3"_s},
         {u"no slash keeps the last name"_s, u"hourly.mp3"_s},
-        {u"http://h/a.mp3?x=1&y=%2F"_s, u"a.mp3?x=1&y=%2F"_s},
         {u"http://h/folder/"_s, u""_s},
-        {u"http://h/"_s + QString(2000, u'x'), QString(2000, u'x')},
     };
     addTask(u"Kid''s hour"_s, {}, u" kids .mp3 "_s, 30);
     addSlot(u"KID''S HOUR"_s, 3, 11);
@@ -48,7 +44,6 @@ TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
     EXPECT_EQ(entry.spcFilenaam, u" kids .mp3 "_s);
     EXPECT_EQ(entry.DownloadTime, due);
     EXPECT_EQ(entry.DownloadFlag, Boolean::True);
-    EXPECT_EQ(taskColour(), u"#008000"_s);
 }
 
 TEST_F(NextDownload, SkipsRowsThatCannotBeReadWhole)

@@ -8,7 +8,6 @@ TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
         {200, 200, false}, {1000, 1000, false}, {RLIM_INFINITY, 1000, true}};
     openForm();
     for (const auto &[forHeaderAndBatch, forCopy, makesSpcFile] : cases) {
-        SCOPED_TRACE(forHeaderAndBatch);
         makeFile(destination(u"news.spc"_s), "old");
         makeFile(spcFolder(u"news.spc"_s), "old");
         makeFile(destination(u"latest.mp2"_s), audio);
