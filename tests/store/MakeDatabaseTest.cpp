@@ -16,13 +16,14 @@ TEST_F(MakeDatabase, MakesTheTwoTablesButNeverTouchesAnExistingFile)
     ASSERT_EQ(make(databasePath()), 0);
     EXPECT_EQ(filesIn(folder.filePath(u"database"_s)), QStringList{u"ostravelin.mdb"_s});
     connect();
-    open(u"Opdrachtgegevens"_s);
-    EXPECT_EQ(rows.fieldNames().join(u' '),
-              u"Opdrachtnaam Download_adres Filenaam Minuten Aktief"_s);
-    EXPECT_TRUE(rows.atEnd());
-    open(u"Tijden"_s);
-    EXPECT_EQ(rows.fieldNames().join(u' '), u"Opdrachtnaam Dagen Uren"_s);
-    EXPECT_TRUE(rows.atEnd());
+    for (const auto &[table, fields] :
+         {std::pair(u"Opdrachtgegevens"_s,
+                    u"Opdrachtnaam Download_adres Filenaam Minuten Aktief"_s),
+          std::pair(u"Tijden"_s, u"Opdrachtnaam Dagen Uren"_s)}) {
+        open(table);
+        EXPECT_EQ(rows.fieldNames().join(u' '), fields);
+        EXPECT_TRUE(rows.atEnd());
+    }
     const QString noTruth = u"INSERT INTO Opdrachtgegevens (Aktief) VALUES (-1)"_s;
     EXPECT_EQ(errorOf([&] { connection.execute(noTruth); }), DatabaseEngine);
 

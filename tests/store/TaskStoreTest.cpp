@@ -32,37 +32,6 @@ TEST_F(TaskStore, RefusesADatabaseWithoutItsTables)
     EXPECT_FALSE(store::dbConnection.isOpen());
 }
 
-TEST_F(TaskStore, RunsEveryStatementOfTheProgramForEachKindOfName)
-{
-    for (const QString &name : {u"News"_s, u"Kid's hour"_s, u"Émission \"d'été\""_s, u"''"_s}) {
-        SCOPED_TRACE(name.toStdString());
-        connection.execute(u"DELETE FROM Opdrachtgegevens"_s);
-        connection.execute(u"DELETE FROM Tijden"_s);
-        addTask(u"Idle"_s, 5, false);
-        addTask(name, 30);
-        addSlot(name.toUpper(), 2, 4);
-        addSlot(u"Idle"_s, 1, 1);
-        addSlot(name, 7, 23);
-
-        const QString idle = u"Idle|http://station.example/a.mp3|a.mp3|5|False"_s;
-        const QString task = name + u"|http://station.example/a.mp3|a.mp3|30|True"_s;
-        const QString slot = name + u"|7|23"_s;
-        const QString otherSlot = name.toUpper() + u"|2|4"_s;
-        const std::pair<QString, QStringList> cases[] = {
-            {store::scheduleStatement(), {task + u'|' + otherSlot, task + u'|' + slot}},
-            {store::tasksSource(), {idle, task}},
-            {store::tasksByMinuteStatement(), {task, idle}},
-            {store::taskWithSlotsStatement(name), {task + u"|2|4"_s, task + u"|7|23"_s}},
-            {store::taskStatement(name), {task}},
-            {store::slotsSource(), {otherSlot, u"Idle|1|1"_s, slot}},
-        };
-        for (const auto &[statement, expected] : cases)
-            EXPECT_EQ(rowsOf(statement), expected);
-        EXPECT_EQ(connection.execute(store::deleteSlotsStatement(name)), 2);
-        EXPECT_EQ(slotRows(), QStringList{u"Idle|1|1"_s});
-    }
-}
-
 TEST_F(TaskStore, SchedulesInTheOrderOfDayHourAndMinute)
 {
     addTask(u"c"_s, 9);
