@@ -20,10 +20,9 @@ static QByteArray headOf(const Answer &answer)
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n";
     if (answer.framing == Framing::Chunked)
         head += "Transfer-Encoding: chunked\r\n";
+    const qint64 length = answer.announced.value_or(answer.body.size());
     if (answer.framing == Framing::Length)
-        head +=
-            "Content-Length: " + QByteArray::number(answer.announced.value_or(answer.body.size())) +
-            "\r\n";
+        head += "Content-Length: " + QByteArray::number(length) + "\r\n";
     for (const QByteArray &line : answer.headers)
         head += line + "\r\n";
     return head + "\r\n";
@@ -57,12 +56,6 @@ static Request requestFrom(const QByteArray &head)
             request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
     }
     return request;
-}
-
-static void reset(QTcpSocket &socket)
-{
-    resetAtEnd(socket.socketDescriptor());
-    socket.abort();
 }
 
 // Serves one client: its requests one after the other, each answer at its own speed.
@@ -123,9 +116,11 @@ private:
         if (!m_unsent.isEmpty() || m_socket.bytesToWrite() > 0)
             return;
         if (m_ending == Ending::Close)
-            m_socket.disconnectFromHost();
-        else if (m_ending == Ending::Reset)
-            reset(m_socket);
+            return m_socket.disconnectFromHost();
+        if (m_ending != Ending::Reset)
+            return;
+        resetAtEnd(m_socket.socketDescriptor());
+        m_socket.abort();
     }
 
     QTcpSocket &m_socket;
@@ -139,14 +134,13 @@ private:
 
 QByteArray Request::path() const
 {
-    const QUrl url = QUrl::fromEncoded(target);
-    return url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
+    return QUrl::fromEncoded(target).toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
 }
 
-Station::Station(quint16 port, const QHostAddress &address)
+Station::Station(const QHostAddress &address)
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
-    m_server.listen(address, port);
+    m_server.listen(address);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
         while (QTcpSocket *socket = m_server.nextPendingConnection())
             new Client(socket, *this);

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QByteArray>
 #include <QByteArrayList>
 #include <QMap>
-#include <QObject>
-#include <QString>
 #include <QTcpServer>
 
 #include <optional>
@@ -51,8 +48,8 @@ struct Request
 class Station : public QObject
 {
 public:
-    /// Listens on the port; 0 for any free one. See isListening.
-    explicit Station(quint16 port = 0, const QHostAddress &address = QHostAddress::LocalHost);
+    /// Listens on a free port. See isListening.
+    explicit Station(const QHostAddress &address = QHostAddress::LocalHost);
     ~Station() override;
 
     bool isListening() const { return m_server.isListening(); }

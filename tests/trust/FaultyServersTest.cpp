@@ -1,11 +1,8 @@
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QDir>
-#include <QEventLoop>
 #include <QLocale>
 #include <QNetworkProxy>
 
-#include <cstdio>
 #include <vector>
 
 using controls::Limits;
@@ -125,13 +122,12 @@ class FaultyServers : public MainFormTest
 protected:
     FaultyServers()
     {
-        qputenv("TMPDIR", QFile::encodeName(host.folder()));
+        useTemporaryFolder(host.folder());
         addTask(u"Hourly"_s, {}, u"news.mp2"_s);
         addSlot(u"Hourly"_s, 3, 11);
         station.answer(u"/b.mp2"_s, {.body = Audio});
         start();
     }
-    ~FaultyServers() override { qunsetenv("TMPDIR"); }
 
     void meet(const Behaviour &row, const Answer &answer)
     {
@@ -156,7 +152,7 @@ protected:
         EXPECT_EQ(temporaryFiles(), 0);
     }
 
-    Station station6{0, QHostAddress::LocalHostIPv6};
+    Station station6{QHostAddress::LocalHostIPv6};
 
 private:
     void start()
@@ -179,17 +175,12 @@ private:
     // Runs the pending download until the next one was looked up or the error report shows.
     void expectDownload(const QString &told, const QByteArray &file, const Limits &limits = {})
     {
-        auto *downloader = formControl<controls::DL>();
-        downloader->setLimits(limits);
-        QEventLoop untilEnd;
-        QObject::connect(downloader, &controls::DL::Completed, &untilEnd, &QEventLoop::quit);
-        host.onMessage = [&] { untilEnd.quit(); };
-        QTimer::singleShot(20s, &untilEnd, &QEventLoop::quit);
+        formControl<controls::DL>()->setLimits(limits);
         const qsizetype linesBefore = log().size();
         host.ticks = 0;
         host.clock = form->DownloadEntry.DownloadTime;
         tick();
-        untilEnd.exec();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return log().size() > linesBefore; }, 20'000));
         const double kB = static_cast<double>(file.size()) / 1000;
         const QString sizeAndSpeed =
             Fetched.arg(QString::number(kB, 'g', 15), QLocale::system().toString(kB, 'f', 2));

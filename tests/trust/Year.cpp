@@ -1,15 +1,9 @@
-#include "app/Module1.h"
-#include "store/TaskStore.h"
 #include "store/Transaction.h"
 #include "tests/ui/main/MainFormTest.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
-#include <QFile>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 
-#include <algorithm>
 #include <map>
 #include <random>
 #include <string_view>
@@ -158,9 +152,7 @@ protected:
     {
         if (when <= m_settled)
             return;
-        const QDateTime at =
-            QDateTime::fromSecsSinceEpoch(when.time_since_epoch().count(), Qt::UTC);
-        SCOPED_TRACE(at.toString().toStdString());
+        SCOPED_TRACE(testing::Message() << (when - start) / 1min << " minutes after the start");
         Due *starts = nullptr;
         for (auto slot = m_calendar.upper_bound(m_settled); slot->first <= when; ++slot) {
             if (slot->first >= m_againUntil && !starts)
