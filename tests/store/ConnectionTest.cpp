@@ -90,14 +90,6 @@ TEST_F(Connection, TextsCompareWithoutCaseOfAnyLetter)
     }
 }
 
-TEST_F(Connection, TextsSortAlikeInAnyCase)
-{
-    for (const QString &name : {u"é2"_s, u"B"_s, u"É1"_s, u"a"_s, u"Z"_s, u"ab"_s, u"É3"_s})
-        addSlot(name, 1, 1);
-    EXPECT_EQ(rowsOf(u"SELECT Opdrachtnaam FROM Tijden ORDER BY Opdrachtnaam"_s).join(u' '),
-              u"a ab B Z É1 é2 É3"_s);
-}
-
 TEST_F(Connection, ExecuteCountsTheRowsOfItsOwnStatement)
 {
     EXPECT_EQ(connection.execute(u"INSERT INTO Tijden VALUES ('a', 1, 1), ('b', 2, 2)"_s), 2);

@@ -50,20 +50,6 @@ TEST_F(RecordsetWrite, StoresAnyTruthAsOneOrZero)
     EXPECT_EQ(errorOf([&] { rows.update(); }), DatabaseEngine);
 }
 
-TEST_F(RecordsetWrite, ChangesTheCurrentRowInPlace)
-{
-    rows.setAbsolutePosition(2);
-    for (const auto &[hour, changed] :
-         {std::pair(Value(), u"renamed|2|-"_s), std::pair(Value(22), u"renamed|2|22"_s)}) {
-        rows.setValue(u"Opdrachtnaam", u"renamed"_s);
-        rows.setValue(u"Uren", hour);
-        EXPECT_EQ(row(), changed);
-        rows.update();
-        EXPECT_EQ(row(), changed);
-        EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, changed, u"slot|3|3"_s}));
-    }
-}
-
 TEST_F(RecordsetWrite, DropsWhatIsNotStored)
 {
     const std::function<void()> drops[] = {
@@ -82,9 +68,12 @@ TEST_F(RecordsetWrite, DropsWhatIsNotStored)
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|2|2"_s, u"slot|3|3"_s}));
 }
 
-TEST_F(RecordsetWrite, DeletesTheCurrentRowOnly)
+TEST_F(RecordsetWrite, ChangesAndDeletesTheCurrentRowOnly)
 {
     rows.moveNext();
+    rows.setValue(u"Uren", Value());
+    rows.update();
+    EXPECT_EQ(row(), u"slot|2|-"_s);
     rows.deleteCurrent();
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|3|3"_s}));
     EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
@@ -142,10 +131,8 @@ TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
         {u"SELECT * FROM \"Tijden\" ORDER BY 2 DESC, 1"_s, true},
         {u"SELECT Uren FROM Tijden"_s, false},
         {u"SELECT * FROM Tijden, Opdrachtgegevens"_s, false},
-        {u"SELECT * FROM Tijden LEFT JOIN Opdrachtgegevens ON 1"_s, false},
         {u"SELECT * FROM Tijden WHERE 1 GROUP BY Dagen"_s, false},
         {u"SELECT * FROM Tijden WHERE Dagen = 1 UNION SELECT * FROM Tijden"_s, false},
-        {u"SELECT 1"_s, false},
     };
     for (const auto &[source, writable] : cases) {
         SCOPED_TRACE(source.toStdString());

@@ -45,19 +45,6 @@ static QByteArray bodyOf(const Answer &answer)
     return body.left(answer.cutAfter.value_or(body.size()));
 }
 
-static Request requestFrom(const QByteArray &head)
-{
-    QByteArrayList lines = head.split('\n');
-    const QByteArrayList words = lines.takeFirst().simplified().split(' ');
-    Request request{words.value(0), words.value(1)};
-    for (const QByteArray &line : lines) {
-        const qsizetype colon = line.indexOf(':');
-        if (colon > 0)
-            request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
-    }
-    return request;
-}
-
 // Serves one client: its requests one after the other, each answer at its own speed.
 class Client : public QObject
 {
@@ -81,9 +68,9 @@ private:
         m_received += m_socket.readAll();
         qsizetype end = 0;
         while ((end = m_received.indexOf("\r\n\r\n")) >= 0) {
-            const Request request = requestFrom(m_received.left(end));
+            const QByteArray head = m_received.left(end + 2);
             m_received.remove(0, end + 4);
-            start(m_station.answerTo(request));
+            start(m_station.answerTo({head.split(' ').value(1), head}));
         }
     }
 

