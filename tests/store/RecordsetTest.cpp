@@ -7,10 +7,9 @@ using Recordset = StoreTest;
 TEST_F(Recordset, RaisesWithoutRowsAndWhenClosedOrOpenAlready)
 {
     const std::function<void()> needRow[] = {
-        [&] { rows.moveFirst(); },     [&] { rows.moveNext(); },
-        [&] { rows.value(u"Uren"); },  [&] { rows.setValue(u"Uren", 1); },
-        [&] { rows.holdsValue(0); },   [&] { rows.absolutePosition(); },
-        [&] { rows.deleteCurrent(); }, [&] { rows.find(u"Opdrachtnaam = 'a'"_s); }};
+        [&] { rows.moveFirst(); },        [&] { rows.moveNext(); },
+        [&] { rows.value(u"Uren"); },     [&] { rows.setValue(u"Uren", 1); },
+        [&] { rows.absolutePosition(); }, [&] { rows.find(u"Opdrachtnaam = 'a'"_s); }};
     const std::function<void()> needOpen[] = {
         [&] { rows.close(); },      [&] { rows.requery(); }, [&] { rows.recordCount(); },
         [&] { rows.fieldNames(); }, [&] { rows.addNew(); },  [&] { rows.update(); }};
@@ -98,16 +97,9 @@ TEST_F(Recordset, FindsForwardFromTheCurrentRow)
         rows.find(criterion);
         EXPECT_EQ(rows.atEnd() ? 0 : rows.absolutePosition(), found) << criterion.toStdString();
     }
-}
-
-TEST_F(Recordset, RefusesCriteriaOfAnotherForm)
-{
-    addTask(u"a"_s);
-    open(u"Opdrachtgegevens"_s);
-    for (const QString &wrong :
-         {u""_s, u"Opdrachtnaam"_s, u"Opdrachtnaam = "_s, u"= 'a'"_s, u"Opdrachtnaam = a"_s,
-          u"Opdrachtnaam = 'a"_s, u"Opdrachtnaam = '"_s, u"Opdrachtnaam = 'it's'"_s,
-          u"Opdrachtnaam = 'a' OR 1"_s, u"Opdrachtnaam > 'a'"_s})
+    rows.moveFirst();
+    for (const QString &wrong : {u"Opdrachtnaam = 'it's'"_s, u"Opdrachtnaam = 'a"_s, u"= 'a'"_s,
+                                 u"Opdrachtnaam = 'a' OR 1"_s, u"Opdrachtnaam > 'a'"_s, u""_s})
         EXPECT_EQ(errorOf([&] { rows.find(wrong); }), InvalidProcedureCall) << wrong.toStdString();
     EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), UnknownField);
 }

@@ -32,22 +32,14 @@ TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
     EXPECT_EQ(row(), u"-|-|-"_s);
 }
 
-TEST_F(RecordsetWrite, StoresAnyTruthAsOneOrZero)
+TEST_F(RecordsetWrite, StoresAnyTruthAsTheOneThatTheTableTakes)
 {
     open(u"Opdrachtgegevens"_s);
-    const std::pair<Value, int> cases[] = {{Boolean::True, 1}, {0, 0}, {2.0, 1}, {u"1"_s, 1}};
-    for (const auto &[truth, stored] : cases) {
-        rows.addNew();
-        rows.setValue(u"Aktief", truth);
-        rows.update();
-        EXPECT_EQ(rows.value(u"Aktief"), Value(platform::toBoolean(stored == 1)));
-        EXPECT_EQ(
-            connection.execute(u"DELETE FROM Opdrachtgegevens WHERE Aktief = %1"_s.arg(stored)), 1);
-    }
     rows.addNew();
+    rows.setValue(u"Aktief", -1);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), TypeMismatch);
-    rows.setValue(u"Aktief", Value());
-    EXPECT_EQ(errorOf([&] { rows.update(); }), DatabaseEngine);
+    rows.update();
+    EXPECT_EQ(rows.value(u"Aktief"), Value(Boolean::True));
 }
 
 TEST_F(RecordsetWrite, DropsWhatIsNotStored)

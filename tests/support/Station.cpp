@@ -28,20 +28,12 @@ static QByteArray headOf(const Answer &answer)
     return head + "\r\n";
 }
 
-static QByteArray chunked(const QByteArray &body)
-{
-    constexpr qsizetype ChunkBytes = 1000;
-    QByteArray chunks;
-    for (qsizetype at = 0; at < body.size(); at += ChunkBytes) {
-        const QByteArray chunk = body.mid(at, ChunkBytes);
-        chunks += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
-    }
-    return chunks + "0\r\n\r\n";
-}
-
 static QByteArray bodyOf(const Answer &answer)
 {
-    const QByteArray body = answer.framing == Framing::Chunked ? chunked(answer.body) : answer.body;
+    const QByteArray size = QByteArray::number(answer.body.size(), 16);
+    const QByteArray body = answer.framing == Framing::Chunked
+                                ? size + "\r\n" + answer.body + "\r\n0\r\n\r\n"
+                                : answer.body;
     return body.left(answer.cutAfter.value_or(body.size()));
 }
 

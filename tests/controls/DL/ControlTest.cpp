@@ -19,8 +19,6 @@ protected:
         QObject::connect(dl.get(), event, dl.get(), act, Qt::SingleShotConnection);
     }
 
-    void startDownload() { dl->Download(address, destination()); }
-
     const QString address = Station::url(u"/raw.mp2"_s);
     const QString second = destination() + u'2';
 };
@@ -69,8 +67,8 @@ TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
 TEST_F(ControlTest, RefusesAnIdThatIsPendingUntilItsHandlersRun)
 {
     onNext(&DL::Completed, [&] { dl->Download(address, second); });
-    startDownload();
-    EXPECT_EQ(errorOf([&] { startDownload(); }), DuplicateKey);
+    dl->Download(address, destination());
+    EXPECT_EQ(errorOf([&] { dl->Download(address, destination()); }), DuplicateKey);
     waitFor(2, completed);
     EXPECT_EQ(station.requests().size(), 2U);
     EXPECT_EQ(fileBytes(destination()), Audio);
@@ -81,7 +79,7 @@ TEST_F(ControlTest, RefusesWithoutATemporaryFileAndKeepsTheIdFree)
 {
     makeFile(second, {});
     useTemporaryFolder(second); // no folder, so that nobody can make a file in it
-    EXPECT_EQ(errorOf([&] { startDownload(); }), PathFileAccess);
+    EXPECT_EQ(errorOf([&] { dl->Download(address, destination()); }), PathFileAccess);
     useTemporaryFolder(temporaryFolder());
     EXPECT_EQ(download(u"/raw.mp2"_s), Whole);
 }
@@ -104,7 +102,7 @@ TEST_F(ControlTest, GoesOnWhileAHandlerRunsAnEventLoop)
         inner.quit();
     });
     onNext(&DL::Progress, [&] { inner.exec(); });
-    startDownload();
+    dl->Download(address, destination());
     waitFor(1, progress);
     ASSERT_EQ(completed.size(), 1);
     EXPECT_EQ(countsOf(completed.first()), Whole);
@@ -131,7 +129,7 @@ TEST_F(ControlTest, AbandonsDownloadsWithoutAnEvent)
     onNext(&DL::Progress, [&] { dl->abandonAll(); });
     dl->Download(u"nowhere"_s, destination(), u"2"_s);
     dl->abandonAll();
-    startDownload();
+    dl->Download(address, destination());
     dl->Download(address, destination(), u"2"_s);
     waitFor(1, progress);
     EXPECT_TRUE(dl->PendingDestinations().isEmpty());

@@ -3,16 +3,13 @@
 #include "tests/support/Test.h"
 #include "tests/support/posix/FileSizeLimit.h"
 
-#include <QStorageInfo>
-
 using namespace platform;
 
 TEST(FilesElsewhere, AreMovedWithoutLeftovers)
 {
     const QTemporaryDir root;
     const QTemporaryDir memory(u"/dev/shm/files-test-XXXXXX"_s);
-    if (!memory.isValid() ||
-        QStorageInfo(memory.path()).device() == QStorageInfo(root.path()).device())
+    if (!memory.isValid())
         GTEST_SKIP() << "no second file system";
     const QString source = root.filePath(u"file"_s);
     const QString moved = memory.filePath(u"moved"_s);
