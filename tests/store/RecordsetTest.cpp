@@ -26,23 +26,6 @@ TEST_F(Recordset, RaisesWithoutRowsAndWhenClosedOrOpenAlready)
         EXPECT_EQ(errorOf(call), ObjectClosed);
 }
 
-TEST_F(Recordset, GoesToItsRowsAndNoFurther)
-{
-    addSlot(u"a"_s, 1, 1);
-    addSlot(u"b"_s, 2, 2);
-    open(u"Tijden"_s);
-    rows.setAbsolutePosition(2);
-    for (const int outside : {0, -1, 3})
-        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }), InvalidProcedureCall);
-    EXPECT_EQ(std::pair(rows.absolutePosition(), row()), std::pair(2, u"b|2|2"_s));
-    rows.moveNext();
-    EXPECT_TRUE(rows.atEnd());
-    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), NoCurrentRow);
-    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), NoCurrentRow);
-    rows.moveFirst();
-    EXPECT_EQ(row(), u"a|1|1"_s);
-}
-
 TEST_F(Recordset, NamesFieldsInAnyCaseAndByTableWhereANameStandsTwice)
 {
     addTask(u"Hourly"_s, 5);
@@ -102,18 +85,4 @@ TEST_F(Recordset, FindsForwardFromTheCurrentRow)
                                  u"Opdrachtnaam = 'a' OR 1"_s, u"Opdrachtnaam > 'a'"_s, u""_s})
         EXPECT_EQ(errorOf([&] { rows.find(wrong); }), InvalidProcedureCall) << wrong.toStdString();
     EXPECT_EQ(errorOf([&] { rows.find(u"Naam = 'a'"_s); }), UnknownField);
-}
-
-TEST_F(Recordset, ReadsTheRowsAnewOnRequery)
-{
-    addSlot(u"a"_s, 1, 1);
-    addSlot(u"b"_s, 2, 2);
-    open(u"SELECT * FROM Tijden ORDER BY Dagen DESC;"_s);
-    addSlot(u"c"_s, 3, 3);
-    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(2, u"b|2|2"_s));
-    rows.requery();
-    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(3, u"c|3|3"_s));
-    connection.execute(u"DROP TABLE Tijden"_s);
-    EXPECT_EQ(errorOf([&] { rows.requery(); }), DatabaseEngine);
-    EXPECT_FALSE(rows.isOpen());
 }

@@ -4,10 +4,10 @@
 using store::Value;
 
 // Three slots, Monday 1:00 to Wednesday 3:00, in an open recordset.
-class RecordsetWrite : public StoreTest
+class RecordsetRows : public StoreTest
 {
 protected:
-    RecordsetWrite()
+    RecordsetRows()
     {
         for (int day = 1; day <= 3; ++day)
             addSlot(u"slot"_s, day, day);
@@ -15,7 +15,33 @@ protected:
     }
 };
 
-TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
+TEST_F(RecordsetRows, AreGoneToAndNoFurther)
+{
+    rows.setAbsolutePosition(3);
+    for (const int outside : {0, -1, 4})
+        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }), InvalidProcedureCall);
+    EXPECT_EQ(std::pair(rows.absolutePosition(), row()), std::pair(3, u"slot|3|3"_s));
+    rows.moveNext();
+    EXPECT_TRUE(rows.atEnd());
+    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), NoCurrentRow);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), NoCurrentRow);
+    rows.moveFirst();
+    EXPECT_EQ(row(), u"slot|1|1"_s);
+}
+
+TEST_F(RecordsetRows, AreReadAnewOnRequery)
+{
+    open(u"SELECT * FROM Tijden ORDER BY Dagen DESC;"_s);
+    addSlot(u"slot"_s, 4, 4);
+    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(3, u"slot|3|3"_s));
+    rows.requery();
+    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(4, u"slot|4|4"_s));
+    connection.execute(u"DROP TABLE Tijden"_s);
+    EXPECT_EQ(errorOf([&] { rows.requery(); }), DatabaseEngine);
+    EXPECT_FALSE(rows.isOpen());
+}
+
+TEST_F(RecordsetRows, AreAddedAtTheEndAndGoneTo)
 {
     rows.addNew();
     EXPECT_EQ(rows.value(u"Dagen"), Value());
@@ -32,7 +58,7 @@ TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
     EXPECT_EQ(row(), u"-|-|-"_s);
 }
 
-TEST_F(RecordsetWrite, StoresAnyTruthAsTheOneThatTheTableTakes)
+TEST_F(RecordsetRows, StoreAnyTruthAsTheOneThatTheTableTakes)
 {
     open(u"Opdrachtgegevens"_s);
     rows.addNew();
@@ -42,7 +68,7 @@ TEST_F(RecordsetWrite, StoresAnyTruthAsTheOneThatTheTableTakes)
     EXPECT_EQ(rows.value(u"Aktief"), Value(Boolean::True));
 }
 
-TEST_F(RecordsetWrite, DropsWhatIsNotStored)
+TEST_F(RecordsetRows, DropWhatIsNotStored)
 {
     const std::function<void()> drops[] = {
         [&] { rows.close(), rows.open(); }, [&] { rows.requery(); }, [&] { rows.moveFirst(); },
@@ -60,7 +86,7 @@ TEST_F(RecordsetWrite, DropsWhatIsNotStored)
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|2|2"_s, u"slot|3|3"_s}));
 }
 
-TEST_F(RecordsetWrite, ChangesAndDeletesTheCurrentRowOnly)
+TEST_F(RecordsetRows, AreChangedAndDeletedOneByOne)
 {
     rows.moveNext();
     rows.setValue(u"Uren", Value());
@@ -78,7 +104,7 @@ TEST_F(RecordsetWrite, ChangesAndDeletesTheCurrentRowOnly)
     EXPECT_EQ(row(), u"slot|3|3"_s);
 }
 
-TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
+TEST_F(RecordsetRows, ShowChangesOfTheConnectionWhenVisitedAgain)
 {
     connection.execute(u"UPDATE Tijden SET Uren = Uren + 10"_s);
     connection.execute(u"DELETE FROM Tijden WHERE Dagen = 2"_s);
@@ -97,7 +123,7 @@ TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
     EXPECT_EQ(row(), u"slot|3|13"_s);
 }
 
-TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
+TEST_F(RecordsetRows, AreNotWrittenOverChangesOfOthers)
 {
     store::Connection other;
     other.open(store::connectionString(programFolder()));
@@ -114,7 +140,7 @@ TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
     EXPECT_EQ(slotRows(), (QStringList{u"SLOT|1|1"_s, u"slot|2|-"_s}));
 }
 
-TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
+TEST_F(RecordsetRows, CanBeWrittenWhenTheyAreOfOneTable)
 {
     const std::pair<QString, bool> cases[] = {
         {u"Tijden"_s, true},
