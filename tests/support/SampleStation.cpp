@@ -11,8 +11,8 @@
 using namespace Qt::StringLiterals;
 using namespace testing_support;
 
-// A station to try the program with, for example as its proxy. Prints its port, then runs until it
-// is terminated:
+// A station to try the program with, for example as its proxy: a soft tone as an MPEG audio file
+// under every path of every host. Prints its port, then runs until it is terminated:
 //     sample_station --seconds 60 --rate 40000
 //     http_proxy=http://127.0.0.1:PORT ostravelin
 
@@ -20,8 +20,6 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        u"Serves a soft tone as an MPEG audio file under every path of every host."_s);
     parser.addHelpOption();
     parser.addOption({u"seconds"_s, u"Play time of the file."_s, u"number"_s, u"60"_s});
     parser.addOption({u"rate"_s, u"Bytes a second; 0 for all at once."_s, u"number"_s, u"0"_s});
