@@ -4,19 +4,14 @@
 
 #include <QDir>
 
-using namespace Qt::StringLiterals;
-
 // Any text can be read, and the program's own text leads back to the folder that it was made for.
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void fuzz::meet(const QByteArray &input)
 {
-    const QString folder = fuzz::text(data, size);
+    const QString folder = QString::fromUtf8(input);
     store::parsedConnectionString(folder);
-
-    const bool isPlain = folder.startsWith(u'/') && !folder.contains(u';');
-    if (!isPlain)
-        return 0;
+    if (!folder.startsWith(u'/') || folder.contains(u';'))
+        return;
     const auto address = store::parsedConnectionString(store::connectionString(folder));
-    fuzz::require(address.path == QDir::toNativeSeparators(folder + u"/database/ostravelin.mdb"_s));
-    fuzz::require(address.password == store::taskDatabasePassword);
-    return 0;
+    require(address.path == QDir::toNativeSeparators(folder + u"/database/ostravelin.mdb"_s));
+    require(address.password == store::taskDatabasePassword);
 }

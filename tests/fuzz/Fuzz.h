@@ -7,8 +7,11 @@
 #include <cstdint>
 #include <cstdlib>
 
-// What the fuzzing targets share. A target tries what has to hold for any input.
+// What the fuzzing targets share.
 namespace fuzz {
+
+/// Tries what has to hold for any input: the target itself, one to a program.
+void meet(const QByteArray &input);
 
 inline void require(bool holds)
 {
@@ -27,17 +30,12 @@ void allowingErrors(Action action)
     }
 }
 
-inline QByteArray bytes(const std::uint8_t *data, std::size_t size)
-{
-    return {reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)};
-}
-
-/// UTF-8 as people's files and databases have it; anything else becomes replacement characters.
-inline QString text(const std::uint8_t *data, std::size_t size)
-{
-    return QString::fromUtf8(bytes(data, size));
-}
-
 } // namespace fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    fuzz::meet({reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)});
+    return 0;
+}
+
+using namespace Qt::StringLiterals;

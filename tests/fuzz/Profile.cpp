@@ -7,11 +7,7 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
-static constexpr int anyLength = 1 << 20;
-
-static QString read(const QString &path, const QString &key, int size = anyLength)
+static QString read(const QString &path, const QString &key, int size = 1 << 20)
 {
     return platform::readProfile(path, u"Section"_s, key, u"?"_s, size);
 }
@@ -25,25 +21,21 @@ static bool isPlain(const QString &value)
 
 // The first byte says how long the value is, the rest is the file. A value that was written is
 // read back, and the other key's value has not changed.
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void fuzz::meet(const QByteArray &input)
 {
     static const QTemporaryDir folder;
     static const QString path = folder.filePath(u"settings.ini"_s);
-    if (size == 0)
-        return 0;
-    const std::size_t length = std::min<std::size_t>(*data, size - 1);
-    const QString value = fuzz::text(data + 1, length);
+    if (input.isEmpty())
+        return;
+    const auto length = static_cast<unsigned char>(input[0]);
+    const QString value = QString::fromUtf8(input.mid(1, length));
     QFile file(path);
-    fuzz::require(file.open(QIODevice::WriteOnly));
-    file.write(fuzz::bytes(data + 1 + length, size - 1 - length));
+    require(file.open(QIODevice::WriteOnly));
+    file.write(input.mid(1 + length));
     file.close();
 
-    fuzz::require(read(path, u"Key"_s, 255).size() <= 254);
+    require(read(path, u"Key"_s, 255).size() <= 254);
     const QString other = read(path, u"Other"_s);
-    fuzz::require(platform::writeProfile(path, u"Section"_s, u"Key"_s, value));
-    if (!isPlain(value))
-        return 0;
-    fuzz::require(read(path, u"Key"_s) == value);
-    fuzz::require(read(path, u"Other"_s) == other);
-    return 0;
+    require(platform::writeProfile(path, u"Section"_s, u"Key"_s, value));
+    require(!isPlain(value) || (read(path, u"Key"_s) == value && read(path, u"Other"_s) == other));
 }

@@ -8,8 +8,6 @@
 
 #include <sqlite3.h>
 
-using namespace Qt::StringLiterals;
-
 static sqlite3 *database()
 {
     static const store::DatabaseHandle handle = [] {
@@ -44,13 +42,12 @@ static void requireName(const QString &name)
     fuzz::require(QString::fromUtf8(read) == name);
 }
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void fuzz::meet(const QByteArray &input)
 {
-    const QString text = fuzz::text(data, size);
+    const QString text = QString::fromUtf8(input);
     requireOrder(text);
-    fuzz::allowingErrors([&] { store::Statement(database(), text); });
-    fuzz::allowingErrors([&] { store::parsedCriterion(text); });
+    allowingErrors([&] { store::Statement(database(), text); });
+    allowingErrors([&] { store::parsedCriterion(text); });
     if (!text.contains(QChar::Null))
         requireName(text);
-    return 0;
 }

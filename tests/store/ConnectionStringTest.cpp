@@ -19,9 +19,8 @@ TEST(ConnectionString, JoinsItsPiecesAsTheyStand)
 TEST(ConnectionString, GivesThePathInEveryProgramFolder)
 {
     const QString file = QDir::toNativeSeparators(u"/database/ostravelin.mdb|kelp@vastrumboren"_s);
-    for (const QString &folder :
-         {u"/srv/ostravelin"_s, u"/"_s, u"/srv/a;b/x"_s, u"/srv/a;"_s, u"/srv/=;x"_s,
-          u"/srv/back\\slash"_s, u"/srv/Émission d'été"_s, u"D:\\Audio"_s})
+    for (const QString &folder : {u"/"_s, u"/srv/a;b/x"_s, u"/srv/a;"_s, u"/srv/=;x"_s,
+                                  u"/srv/back\\slash"_s, u"/srv/Émission d'été"_s, u"D:\\Audio"_s})
         EXPECT_EQ(parsed(store::connectionString(folder)), folder + file);
 }
 
@@ -29,7 +28,6 @@ TEST(ConnectionString, IsReadHoweverItIsWritten)
 {
     const std::pair<QString, QString> cases[] = {
         {u""_s, u"|"_s},
-        {u"data source=/a.mdb"_s, u"/a.mdb|"_s},
         {u"  DATA SOURCE \t=  /a b.mdb  ;x=y"_s, u"/a b.mdb|"_s},
         {u"jet oledb:database password= p=q ;Data Source=/a.mdb;;"_s, u"/a.mdb|p=q"_s},
         {u"Data Source=/a;b;c.mdb; ;Mode=x"_s, u"/a;b;c.mdb|"_s},

@@ -48,18 +48,14 @@ protected:
     void addTask(const QString &name, int minute = 0, bool active = true)
     {
         connection.execute(
-            u"INSERT INTO Opdrachtgegevens VALUES ('%1', "
-            "'http://station.example/a.mp3', 'a.mp3', %2, %3)"_s.arg(store::withDoubledQuotes(name))
-                .arg(minute)
-                .arg(active));
+            u"INSERT INTO Opdrachtgegevens VALUES ('%1', 'http://h/a', 'a', %2, %3)"_s.arg(
+                store::withDoubledQuotes(name), QString::number(minute), QString::number(active)));
     }
 
     void addSlot(const QString &name, int day, int hour)
     {
-        connection.execute(
-            u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(store::withDoubledQuotes(name))
-                .arg(day)
-                .arg(hour));
+        connection.execute(u"INSERT INTO Tijden VALUES ('%1', %2, %3)"_s.arg(
+            store::withDoubledQuotes(name), QString::number(day), QString::number(hour)));
     }
 
     void open(const QString &source)

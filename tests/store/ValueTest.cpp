@@ -7,8 +7,7 @@ template <typename Conversion>
 static QString outcome(Conversion convert)
 {
     QString text;
-    const QString error = messageOf([&] { text = convert(); });
-    return error.isEmpty() ? text : error;
+    return messageOf([&] { text = convert(); }) + text;
 }
 
 TEST(Value, ConvertsOrRaises)
@@ -17,17 +16,13 @@ TEST(Value, ConvertsOrRaises)
     const std::pair<Value, QString> cases[] = {
         {Value(),
          u"Invalid use of Null|Invalid use of Null|Invalid use of Null|Invalid use of Null"_s},
-        {7, u"7|7|7|True"_s},
         {-32768, u"-32768|-32768|-32768|True"_s},
         {32768, u"Overflow|32768|32768|True"_s},
         {9'000'000'000, u"Overflow|9000000000|9000000000|True"_s},
         {0, u"0|0|0|False"_s},
-        {15.0, u"15|15|15|True"_s},
         {0.5, u"0|0.5|0.5|True"_s},
         {3.5, u"4|3.5|3.5|True"_s},
-        {0.0, u"0|0|0|False"_s},
         {40000.25, u"Overflow|40000.25|40000.25|True"_s},
-        {u"12"_s, u"12|12|12|True"_s},
         {u" 1.5"_s, u"2|1.5| 1.5|True"_s},
         {u"0"_s, u"0|0|0|False"_s},
         {u"70000"_s, u"Overflow|70000|70000|True"_s},

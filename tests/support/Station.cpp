@@ -20,49 +20,21 @@ static QByteArray headOf(const Answer &answer)
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n";
     if (answer.framing == Framing::Chunked)
         head += "Transfer-Encoding: chunked\r\n";
+    const qint64 length = answer.announced.value_or(answer.body.size());
     if (answer.framing == Framing::Length)
-        head +=
-            "Content-Length: " + QByteArray::number(answer.announced.value_or(answer.body.size())) +
-            "\r\n";
+        head += "Content-Length: " + QByteArray::number(length) + "\r\n";
     for (const QByteArray &line : answer.headers)
         head += line + "\r\n";
     return head + "\r\n";
 }
 
-static QByteArray chunked(const QByteArray &body)
-{
-    constexpr qsizetype ChunkBytes = 1000;
-    QByteArray chunks;
-    for (qsizetype at = 0; at < body.size(); at += ChunkBytes) {
-        const QByteArray chunk = body.mid(at, ChunkBytes);
-        chunks += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
-    }
-    return chunks + "0\r\n\r\n";
-}
-
 static QByteArray bodyOf(const Answer &answer)
 {
-    const QByteArray body = answer.framing == Framing::Chunked ? chunked(answer.body) : answer.body;
+    const QByteArray size = QByteArray::number(answer.body.size(), 16);
+    const QByteArray body = answer.framing == Framing::Chunked
+                                ? size + "\r\n" + answer.body + "\r\n0\r\n\r\n"
+                                : answer.body;
     return body.left(answer.cutAfter.value_or(body.size()));
-}
-
-static Request requestFrom(const QByteArray &head)
-{
-    QByteArrayList lines = head.split('\n');
-    const QByteArrayList words = lines.takeFirst().simplified().split(' ');
-    Request request{words.value(0), words.value(1)};
-    for (const QByteArray &line : lines) {
-        const qsizetype colon = line.indexOf(':');
-        if (colon > 0)
-            request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
-    }
-    return request;
-}
-
-static void reset(QTcpSocket &socket)
-{
-    resetAtEnd(socket.socketDescriptor());
-    socket.abort();
 }
 
 // Serves one client: its requests one after the other, each answer at its own speed.
@@ -88,9 +60,9 @@ private:
         m_received += m_socket.readAll();
         qsizetype end = 0;
         while ((end = m_received.indexOf("\r\n\r\n")) >= 0) {
-            const Request request = requestFrom(m_received.left(end));
+            const QByteArray head = m_received.left(end + 2);
             m_received.remove(0, end + 4);
-            start(m_station.answerTo(request));
+            start(m_station.answerTo({head.split(' ').value(1), head}));
         }
     }
 
@@ -123,9 +95,11 @@ private:
         if (!m_unsent.isEmpty() || m_socket.bytesToWrite() > 0)
             return;
         if (m_ending == Ending::Close)
-            m_socket.disconnectFromHost();
-        else if (m_ending == Ending::Reset)
-            reset(m_socket);
+            return m_socket.disconnectFromHost();
+        if (m_ending != Ending::Reset)
+            return;
+        resetAtEnd(m_socket.socketDescriptor());
+        m_socket.abort();
     }
 
     QTcpSocket &m_socket;
@@ -139,14 +113,13 @@ private:
 
 QByteArray Request::path() const
 {
-    const QUrl url = QUrl::fromEncoded(target);
-    return url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
+    return QUrl::fromEncoded(target).toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
 }
 
-Station::Station(quint16 port, const QHostAddress &address)
+Station::Station(const QHostAddress &address)
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
-    m_server.listen(address, port);
+    m_server.listen(address);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
         while (QTcpSocket *socket = m_server.nextPendingConnection())
             new Client(socket, *this);

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QByteArray>
 #include <QByteArrayList>
 #include <QMap>
-#include <QObject>
-#include <QString>
 #include <QTcpServer>
 
 #include <optional>
@@ -37,9 +34,8 @@ struct Answer
 /// One request as it came in.
 struct Request
 {
-    QByteArray method;
     QByteArray target; ///< as sent: a path, or an absolute address to a proxy
-    QMap<QByteArray, QByteArray> headers = {}; ///< by name in lower case
+    QByteArray head;   ///< the request line and the headers, each with its line end
 
     /// Path and query of the target.
     QByteArray path() const;
@@ -51,8 +47,8 @@ struct Request
 class Station : public QObject
 {
 public:
-    /// Listens on the port; 0 for any free one. See isListening.
-    explicit Station(quint16 port = 0, const QHostAddress &address = QHostAddress::LocalHost);
+    /// Listens on a free port. See isListening.
+    explicit Station(const QHostAddress &address = QHostAddress::LocalHost);
     ~Station() override;
 
     bool isListening() const { return m_server.isListening(); }

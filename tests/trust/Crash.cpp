@@ -1,22 +1,13 @@
 #include "app/ErrorReport.h"
-#include "app/Module1.h"
-#include "store/OpenRecordset.h"
-#include "store/TaskStore.h"
-#include "tests/support/Station.h"
-#include "tests/support/Test.h"
+#include "tests/ui/dialogs/Editor.h"
 #include "ui/dialogs/frmOptions.h"
-#include "ui/dialogs/frmSchedule.h"
-#include "ui/main/MainForm.h"
 #include "ui/main/SpcHeader.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QEventLoop>
 #include <QFileSystemWatcher>
 #include <QNetworkProxyFactory>
 #include <QProcess>
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <random>
@@ -24,8 +15,6 @@
 // Kills the program at random moments of its work and looks at what is left.
 // usage: trust_crash [KILLS-PER-OPERATION [SEED]]
 //        trust_crash --victim OPERATION FOLDER FIRST COUNT    (what is killed: the real windows)
-
-using testing_support::Station;
 
 namespace {
 
@@ -69,7 +58,7 @@ QByteArray file(int number, bool isSpc = false)
 }
 
 // The real services, but for a clock that jumps from slot to slot and pauses that take no time.
-class VictimHost : public testing_support::FakeHost
+class VictimHost : public FakeHost
 {
 public:
     QString folder;
@@ -84,24 +73,18 @@ void tell()
     std::fflush(stdout);
 }
 
-void set(QObject &window, const QString &control, const char *property, const QVariant &to)
-{
-    window.findChild<QObject *>(control)->setProperty(property, to);
-}
-
 void saveTask(int save)
 {
+    Hours hours;
+    for (int day = 0; day < 7; ++day)
+        hours << 24 * day + save % 24;
     store::bNieuweOpdracht = platform::toBoolean(save % 3 == 0);
     store::sOpdrachtnaam = save % 3 == 0 ? QString() : nameAfter(save - 1);
-    ui::frmSchedule editor;
-    set(editor, u"txtOpdrachtnaam"_s, "text", nameAfter(save));
-    set(editor, u"txtDownload_adres"_s, "text", addressAfter(save));
-    set(editor, u"txtFilenaam"_s, "text", u"news.spc"_s);
-    set(editor, u"CheckAktief"_s, "checked", true);
-    set(editor, u"ComboMinuten"_s, "currentText", QString::number(save / 3));
-    for (int box = 0; box < 168; ++box)
-        set(editor, u"Check1_%1"_s.arg(box), "checked", box % 24 == save % 24);
-    QMetaObject::invokeMethod(editor.findChild<QObject *>(u"Opslaan"_s), "click");
+    const Editor editor;
+    editor.fill(
+        {nameAfter(save), addressAfter(save), u"news.spc"_s, QString::number(save / 3), u"True"_s},
+        hours);
+    editor.save();
     if (editor.result() != QDialog::Accepted)
         std::_Exit(EXIT_FAILURE);
 }
@@ -109,8 +92,8 @@ void saveTask(int save)
 void saveOptions()
 {
     ui::frmOptions options;
-    set(options, u"Check1"_s, "checked", app::sSPC.text() == u"0");
-    QMetaObject::invokeMethod(options.findChild<QObject *>(u"cmdApply"_s), "click");
+    options.findChild<QCheckBox *>(u"Check1"_s)->setChecked(app::sSPC.text() == u"0");
+    options.findChild<QPushButton *>(u"cmdApply"_s)->click();
 }
 
 // Goes on to the next slot as soon as the window is at rest.
@@ -124,7 +107,7 @@ void fetch(VictimHost &host, int count)
     QTimer driver;
     int started = 0;
     QObject::connect(&driver, &QTimer::timeout, &form, [&] {
-        if (form.DownloadEntry.DownloadFlag == platform::Boolean::False || batchWatch->isActive())
+        if (form.DownloadEntry.DownloadFlag == Boolean::False || batchWatch->isActive())
             return;
         if (started > 0)
             tell();
@@ -142,7 +125,7 @@ int runVictim(const QString &operation, const QString &folder, int first, int co
 {
     VictimHost host;
     host.folder = folder;
-    host.clock = testing_support::moment(2026, 3, 2) + std::chrono::hours(first % 168);
+    host.clock = moment(2026, 3, 2) + std::chrono::hours(first % 168);
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     app::LoadSettings();
     app::handleEvent([&] {

@@ -1,9 +1,5 @@
-#include "app/Module1.h"
-#include "tests/support/SampleAudio.h"
-#include "tests/ui/main/MainFormTest.h"
+#include "tests/ui/main/SpcCycle.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QThreadPool>
 
 #include <filesystem>
@@ -18,21 +14,19 @@ constexpr int warmUp = 100;
 constexpr int mostGrowth = 1024; // KiB of memory
 
 // Ten slots take turns. Even ones are made into SPC files.
-class Soak : public MainFormTest
+class Soak : public SpcCycle
 {
 protected:
     Soak()
     {
+        removeAll();
         for (int slot = 0; slot < 10; ++slot)
             addTaskAt(host.clock + std::chrono::hours(slot + 1), u"Task %1"_s.arg(slot),
                       u"/%1"_s.arg(slot), u"file%1"_s.arg(slot));
-        station.answerOthers({.body = audio});
         station.answer(u"/3"_s, {.status = 404});
         station.answer(u"/7"_s, {.body = audio, .cutAfter = 9, .ending = Ending::Close});
         host.onSleep = {};
-        app::sSPCmap = spcFolder;
-        QDir().mkpath(spcFolder);
-        qputenv("TMPDIR", QFile::encodeName(host.folder()));
+        useTemporaryFolder(host.folder());
         openForm();
         onProgress([this] { ++host.ticks; });
     }
@@ -44,8 +38,8 @@ protected:
         runDownload();
         while (makesSpc && !host.findBatchWindow(platform::BatchWindowKind::Finished))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        if (auto *watch = formControl<QTimer>(u"Timer2"_s); watch->isActive())
-            tick(watch);
+        if (watch()->isActive())
+            tick(watch());
         host.sleeps.clear();
         station.forgetRequests();
 
@@ -67,15 +61,12 @@ protected:
         const auto memory = status.mid(status.indexOf("VmRSS:")).simplified().split(' ')[1];
         std::vector<int> figures = {memory.toInt()};
         for (const QString &folder : {u"/proc/self/fd"_s, u"/proc/self/task"_s, host.folder(),
-                                      destination({}), spcFolder}) {
+                                      destination({}), spcFolder({})}) {
             const auto entries = std::filesystem::directory_iterator(folder.toStdString());
             figures.push_back(static_cast<int>(std::distance(entries, {})));
         }
         return figures;
     }
-
-    const QByteArray audio = sampleAudio(100); // 38,400 bytes
-    const QString spcFolder = host.folder() + u"/spc"_s;
 };
 
 } // namespace

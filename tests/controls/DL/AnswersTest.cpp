@@ -9,81 +9,53 @@ namespace {
 
 const QByteArray Audio = QByteArray("0123456789").repeated(300);
 
-Answer with(const QByteArray &header, Framing framing = Framing::Length)
-{
-    return {.headers = {header}, .body = Audio, .framing = framing, .ending = Ending::Close};
-}
-
 Answer announcing(qint64 length, Ending ending = Ending::Close)
 {
     return {.body = Audio, .announced = length, .ending = ending};
 }
 
-struct Case
-{
-    const char *name;
-    Answer answer;
-    Counts counts; ///< a file of as many bytes comes of those that agree
-    Limits limits = {};
-};
-
-constexpr Limits Idle = {.idle = 300ms};
+const Answer Chunked = {
+    .headers = {"Content-Length: 2000"}, .body = Audio, .framing = Framing::Chunked};
 constexpr Limits Slow = {.period = 400ms, .leastBytes = 100};
 constexpr Limits Short = {.mostUnannounced = 1000};
 
-const Case Cases[] = {
-    {"whole", {.body = Audio}, {3000, 3000}},
-    {"empty", {}, {0, 0}},
-    {"not found", {.status = 404, .body = Audio}, {0, 0}},
-    {"created", {.status = 201, .body = Audio}, {3000, 3000}},
-    {"less than announced", announcing(4000), {3000, 4000}},
-    {"chunked, beyond it", with("Content-Length: 2000", Framing::Chunked), {2001, 2000}},
-    {"two lengths", with("Content-Length: 4000"), {3000, 0}},
-    {"negative length", announcing(-3000), {3000, 0}},
-    {"the first length that is none", announcing((1LL << 31) - 1), {3000, 0}},
-    {"length that wraps to 3000", announcing((1LL << 32) + 3000), {3000, 0}},
-    {"stalls before the body", {.body = Audio, .cutAfter = 0}, {0, 3000}, Idle},
-    {"stalls in the body", {.body = Audio, .cutAfter = 10}, {10, 3000}, Idle},
+// What a server sends, and what is counted of it; a file comes of counts that agree.
+const std::tuple<const char *, Answer, Counts, Limits> Cases[] = {
+    {"whole", {.body = Audio}, {3000, 3000}, {}},
+    {"created", {.status = 201, .body = Audio}, {3000, 3000}, {}},
+    {"not found", {.status = 404, .body = Audio}, {0, 0}, {}},
+    {"less than announced", announcing(4000), {3000, 4000}, {}},
+    {"chunked, beyond it", Chunked, {2001, 2000}, {}},
+    {"the first length that is none", announcing((1LL << 31) - 1), {3000, 0}, {}},
+    {"length that wraps to 3000", announcing((1LL << 32) + 3000), {3000, 0}, {}},
     // Each period counts for itself, however much came before.
     {"a burst", announcing(9000, Ending::KeepOpen), {3000, 9000}, Slow},
     {"slow, but steady", {.body = Audio, .bytesPerSecond = 3000}, {3000, 3000}, Slow},
-    {"chunked stream", with("X: y", Framing::Chunked), {1000, 0}, Short},
-    {"stream", with("X: y", Framing::UntilClose), {1000, 0}, Short},
     {"stream of 3 GiB", announcing(3LL << 30), {1000, 0}, Short},
     {"no stream", {.body = Audio}, {3000, 3000}, Short},
 };
 
 } // namespace
 
-TEST_F(Downloads, AnswersGiveCountsAndFile)
+TEST_F(Downloads, AnswersGiveCountsAndAFileOrDataUntilTheNextDownload)
 {
     for (const auto &[name, answer, counts, limits] : Cases) {
         SCOPED_TRACE(name);
         station.answer(u"/raw.mp2"_s, answer);
-        dl = std::make_unique<DL>(nullptr, limits);
-        const QSignalSpy progress(dl.get(), &DL::Progress);
+        dl->setLimits(limits);
         EXPECT_EQ(download(u"/raw.mp2"_s), counts);
 
         const auto &[downloaded, total] = counts;
         const bool isWhole = downloaded == total && total > 0;
+        const QStringList data = temporaryFiles();
+        ASSERT_EQ(data.size(), isWhole ? 0 : 1);
         EXPECT_EQ(QFile::exists(destination()), isWhole);
-        EXPECT_EQ(fileBytes(destination()), isWhole ? Audio : QByteArray());
-        EXPECT_EQ(temporaryFiles().size(), isWhole ? 0 : 1);
+        EXPECT_EQ(fileBytes(isWhole ? destination() : temporaryFolder() + u'/' + data[0]),
+                  Audio.left(downloaded));
         ASSERT_EQ(progress.isEmpty(), downloaded == 0);
         EXPECT_TRUE(progress.isEmpty() || countsOf(progress.last()) == counts);
         QFile::remove(destination());
     }
-}
-
-TEST_F(Downloads, FollowTenRedirects)
-{
-    for (int i = 1; i <= 11; ++i)
-        station.answer(u"/%1"_s.arg(i),
-                       {.status = 302, .headers = {"Location: /" + QByteArray::number(i - 1)}});
-    station.answer(u"/0"_s, {.body = Audio});
-    EXPECT_EQ(download(u"/11"_s), Counts(0, 0));
-    EXPECT_EQ(station.requests().size(), 11U);
-    EXPECT_EQ(download(u"/10"_s), Counts(3000, 3000));
 }
 
 TEST(Redirects, NeverLeadDownFromHttpsToHttp)
@@ -97,14 +69,10 @@ TEST(Redirects, NeverLeadDownFromHttpsToHttp)
 
 TEST_F(Downloads, FromAddressesThatCannotBeFetchedCompleteWithoutData)
 {
-    const QString secret = folder.filePath(u"secret"_s);
-    makeFile(secret, {});
-    const quint16 closedPort = Station().port();
     for (const QString &address :
          {u""_s, u"raw.mp2"_s, u"http://"_s, u"http:///raw.mp2"_s,
           u"http://station.example:80:80/raw.mp2"_s, u"https:/:80/station.example/raw.mp2"_s,
-          u"ftp://station.example:80/raw.mp2"_s, u"file://"_s + secret, u"data:,audio"_s,
-          u"http://127.0.0.1:%1/raw.mp2"_s.arg(closedPort)}) {
+          u"ftp://station.example:80/raw.mp2"_s, u"file:///etc/passwd"_s, u"data:,audio"_s}) {
         SCOPED_TRACE(address.toStdString());
         EXPECT_EQ(download(address, destination()), Counts(0, 0));
         EXPECT_FALSE(QFile::exists(destination()));
@@ -120,10 +88,11 @@ TEST_F(Downloads, GoPastCachesAndWithoutCookies)
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(download(u":80/a b.mp2?d=1#part"_s), Counts(3000, 3000));
     ASSERT_EQ(station.requests().size(), 2U);
-    for (const auto &[method, target, headers] : station.requests()) {
-        EXPECT_EQ(method, "GET");
-        EXPECT_EQ(headers.value("accept-encoding"), "identity");
-        EXPECT_EQ(headers.value("cache-control"), "no-cache");
-        EXPECT_FALSE(headers.contains("cookie") || headers.contains("range"));
+    for (const Request &request : station.requests()) {
+        const QByteArray head = request.head.toLower();
+        EXPECT_TRUE(head.startsWith("get "));
+        EXPECT_TRUE(head.contains("\r\naccept-encoding: identity\r\n"));
+        EXPECT_TRUE(head.contains("\r\ncache-control: no-cache\r\n"));
+        EXPECT_FALSE(head.contains("cookie:") || head.contains("range:"));
     }
 }

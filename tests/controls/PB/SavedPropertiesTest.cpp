@@ -2,9 +2,7 @@
 #include "controls/PB/PropertyBag.h"
 #include "tests/support/Test.h"
 
-#include <QMap>
 #include <QSignalSpy>
-#include <QStringList>
 
 #include <vector>
 
@@ -40,11 +38,7 @@ MemoryBag savedBy(const PB &bar)
 
 /// A property of a new control, some other value, and what an empty bag makes of that. An invalid
 /// value stands for whatever it was before.
-struct Property
-{
-    const char *name;
-    QVariant ofNew, set, fromEmptyBag;
-};
+using Property = std::tuple<const char *, QVariant, QVariant, QVariant>;
 
 std::vector<Property> properties()
 {
@@ -54,7 +48,7 @@ std::vector<Property> properties()
         {"Appearance", 1, 0, {}},         {"ForeColor", {}, 0x112233U, {}},
         {"BackColor", {}, 0x445566U, {}}, {"FillColor", 0xFF0000U, 0x778899U, {}},
         {"BorderStyle", 1, 0, 1},         {"CaptionStyle", 2, 1, 3},
-        {"Enabled", true, false, true},   {"Caption", u""_s, u"Hourly"_s, u""_s},
+        {"Enabled", true, false, true},   {"Caption", u""_s, u"\tHourly\t"_s, u""_s},
         {"Max", 100, 500, 100},           {"Min", 0, -20, 0},
         {"CaptionFont", {}, font, {}},
     };
@@ -62,8 +56,8 @@ std::vector<Property> properties()
 
 void setAll(PB &bar)
 {
-    for (const Property &property : properties())
-        EXPECT_TRUE(bar.setProperty(property.name, property.set)) << property.name;
+    for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
+        EXPECT_TRUE(bar.setProperty(name, set)) << name;
 }
 
 } // namespace
@@ -81,12 +75,11 @@ TEST(Properties, AllButValueTellTheHostOfAChange)
         EXPECT_EQ(bar.property(name), set) << name;
         EXPECT_EQ(changed.count(), before + 1) << name;
     }
-    EXPECT_EQ(changed.count(), properties().size());
     EXPECT_FALSE(bar.findChild<QWidget *>(u"picProgress"_s)->isEnabled());
     EXPECT_TRUE(bar.isEnabled());
 }
 
-TEST(SavedProperties, WrittenInOrderWithoutThoseAtTheirDefault)
+TEST(SavedProperties, ComeBackWrittenInOrderWithoutThoseAtTheirDefault)
 {
     PB bar;
     bar.setMax(500);
@@ -94,9 +87,17 @@ TEST(SavedProperties, WrittenInOrderWithoutThoseAtTheirDefault)
     EXPECT_EQ(savedBy(bar).keys.join(u' '),
               u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s);
     setAll(bar);
-    EXPECT_EQ(savedBy(bar).keys.join(u' '),
+    MemoryBag bag = savedBy(bar);
+    EXPECT_EQ(bag.keys.join(u' '),
               u"Appearance ForeColor BackColor FillColor Font BorderStyle CaptionStyle "
               "Enabled Caption Min CaptionFont"_s);
+
+    bag.entries[u"Font"_s] = QFont(u"Never read"_s, 99);
+    bag.entries[u"Max"_s] = bar.Max(); // which the control does not save
+    PB loaded;
+    loaded.readProperties(bag);
+    for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
+        EXPECT_EQ(loaded.property(name), set) << name;
 }
 
 TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
@@ -109,17 +110,4 @@ TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
                                      "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
     for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
         EXPECT_EQ(bar.property(name), fromEmptyBag.isValid() ? fromEmptyBag : set) << name;
-}
-
-TEST(SavedProperties, SavedControlComesBack)
-{
-    PB saved;
-    setAll(saved);
-    MemoryBag bag = savedBy(saved);
-    bag.entries[u"Font"_s] = QFont(u"Never read"_s, 99);
-    bag.entries[u"Max"_s] = saved.Max(); // which the control does not save
-    PB loaded;
-    loaded.readProperties(bag);
-    for (const Property &property : properties())
-        EXPECT_EQ(loaded.property(property.name), property.set) << property.name;
 }

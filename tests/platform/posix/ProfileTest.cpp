@@ -8,7 +8,6 @@ TEST(ProfileText, KeepsItsLineEndsAndBlanksAndIsCutBetweenCharacters)
     const QString path = folder.filePath(u"a b/settings.ini"_s);
     const std::pair<QByteArray, QByteArray> cases[] = {
         {"", "[Section]\r\nKey= v🎵\r\n"},
-        {"; c\n[Other]\nKey=1", "; c\n[Other]\nKey=1\n[Section]\nKey= v🎵\n"},
         {"[Section]\n key = 1\n\n[Other]\n", "[Section]\nKey= v🎵\n\n[Other]\n"},
         {"[Section]\nA=1\n\n[Other]\n", "[Section]\nA=1\nKey= v🎵\n\n[Other]\n"},
     };

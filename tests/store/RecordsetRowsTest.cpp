@@ -4,10 +4,10 @@
 using store::Value;
 
 // Three slots, Monday 1:00 to Wednesday 3:00, in an open recordset.
-class RecordsetWrite : public StoreTest
+class RecordsetRows : public StoreTest
 {
 protected:
-    RecordsetWrite()
+    RecordsetRows()
     {
         for (int day = 1; day <= 3; ++day)
             addSlot(u"slot"_s, day, day);
@@ -15,58 +15,60 @@ protected:
     }
 };
 
-TEST_F(RecordsetWrite, AddsARowAtTheEndAndGoesToIt)
+TEST_F(RecordsetRows, AreGoneToAndNoFurther)
+{
+    rows.setAbsolutePosition(3);
+    for (const int outside : {0, -1, 4})
+        EXPECT_EQ(errorOf([&] { rows.setAbsolutePosition(outside); }), InvalidProcedureCall);
+    EXPECT_EQ(std::pair(rows.absolutePosition(), row()), std::pair(3, u"slot|3|3"_s));
+    rows.moveNext();
+    EXPECT_TRUE(rows.atEnd());
+    EXPECT_EQ(errorOf([&] { rows.moveNext(); }), NoCurrentRow);
+    EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), NoCurrentRow);
+    rows.moveFirst();
+    EXPECT_EQ(row(), u"slot|1|1"_s);
+}
+
+TEST_F(RecordsetRows, AreReadAnewOnRequery)
+{
+    open(u"SELECT * FROM Tijden ORDER BY Dagen DESC;"_s);
+    addSlot(u"slot"_s, 4, 4);
+    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(3, u"slot|3|3"_s));
+    rows.requery();
+    EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(4, u"slot|4|4"_s));
+    connection.execute(u"DROP TABLE Tijden"_s);
+    EXPECT_EQ(errorOf([&] { rows.requery(); }), DatabaseEngine);
+    EXPECT_FALSE(rows.isOpen());
+}
+
+TEST_F(RecordsetRows, AreAddedAtTheEndAndGoneTo)
 {
     rows.addNew();
     EXPECT_EQ(rows.value(u"Dagen"), Value());
     rows.setValue(u"OPDRACHTNAAM", u"Kid's \"hour\""_s);
     rows.setValue(u"dagen", 7);
-    EXPECT_EQ(rows.value(u"Dagen"), Value(7));
-    EXPECT_EQ(rows.recordCount(), 3);
-    rows.update();
-    rows.update(); // nothing left to store
-    EXPECT_EQ(std::pair(rows.absolutePosition(), rows.recordCount()), std::pair(4, 4));
-    EXPECT_EQ(row(), u"Kid's \"hour\"|7|-"_s);
+    for (const int count : {3, 4}) {
+        EXPECT_EQ(std::pair(rows.recordCount(), row()), std::pair(count, u"Kid's \"hour\"|7|-"_s));
+        rows.update(); // what is stored once
+    }
+    EXPECT_EQ(rows.absolutePosition(), 4);
     EXPECT_EQ(slotRows().last(), row());
     rows.addNew();
     rows.update();
     EXPECT_EQ(row(), u"-|-|-"_s);
 }
 
-TEST_F(RecordsetWrite, StoresAnyTruthAsOneOrZero)
+TEST_F(RecordsetRows, StoreAnyTruthAsTheOneThatTheTableTakes)
 {
     open(u"Opdrachtgegevens"_s);
-    const std::pair<Value, int> cases[] = {{Boolean::True, 1}, {Boolean::False, 0}, {-1, 1}, {0, 0},
-                                           {2.0, 1},           {u"1"_s, 1}};
-    for (const auto &[truth, stored] : cases) {
-        rows.addNew();
-        rows.setValue(u"Aktief", truth);
-        rows.update();
-        EXPECT_EQ(rows.value(u"Aktief"), Value(platform::toBoolean(stored == 1)));
-        EXPECT_EQ(
-            connection.execute(u"DELETE FROM Opdrachtgegevens WHERE Aktief = %1"_s.arg(stored)), 1);
-    }
     rows.addNew();
+    rows.setValue(u"Aktief", -1);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), TypeMismatch);
-    rows.setValue(u"Aktief", Value());
-    EXPECT_EQ(errorOf([&] { rows.update(); }), DatabaseEngine);
+    rows.update();
+    EXPECT_EQ(rows.value(u"Aktief"), Value(Boolean::True));
 }
 
-TEST_F(RecordsetWrite, ChangesTheCurrentRowInPlace)
-{
-    rows.setAbsolutePosition(2);
-    for (const auto &[hour, text] : {std::pair(Value(), u"-"_s), std::pair(Value(22), u"22"_s)}) {
-        rows.setValue(u"Opdrachtnaam", u"renamed"_s);
-        rows.setValue(u"Uren", hour);
-        const QString changed = u"renamed|2|"_s + text;
-        EXPECT_EQ(row(), changed);
-        rows.update();
-        EXPECT_EQ(row(), changed);
-        EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, changed, u"slot|3|3"_s}));
-    }
-}
-
-TEST_F(RecordsetWrite, DropsWhatIsNotStored)
+TEST_F(RecordsetRows, DropWhatIsNotStored)
 {
     const std::function<void()> drops[] = {
         [&] { rows.close(), rows.open(); }, [&] { rows.requery(); }, [&] { rows.moveFirst(); },
@@ -84,23 +86,25 @@ TEST_F(RecordsetWrite, DropsWhatIsNotStored)
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|2|2"_s, u"slot|3|3"_s}));
 }
 
-TEST_F(RecordsetWrite, DeletesTheCurrentRowOnly)
+TEST_F(RecordsetRows, AreChangedAndDeletedOneByOne)
 {
     rows.moveNext();
+    rows.setValue(u"Uren", Value());
+    rows.update();
+    EXPECT_EQ(row(), u"slot|2|-"_s);
     rows.deleteCurrent();
     EXPECT_EQ(slotRows(), (QStringList{u"slot|1|1"_s, u"slot|3|3"_s}));
     EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Uren", 1); }), RowDeleted);
     EXPECT_EQ(errorOf([&] { rows.deleteCurrent(); }), RowDeleted);
-    EXPECT_EQ(rows.recordCount(), 3);
-    rows.moveNext();
-    EXPECT_EQ(row(), u"slot|3|3"_s);
     rows.moveFirst();
     rows.find(u"Dagen = '2'"_s);
     EXPECT_TRUE(rows.atEnd());
+    rows.setAbsolutePosition(3);
+    EXPECT_EQ(row(), u"slot|3|3"_s);
 }
 
-TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
+TEST_F(RecordsetRows, ShowChangesOfTheConnectionWhenVisitedAgain)
 {
     connection.execute(u"UPDATE Tijden SET Uren = Uren + 10"_s);
     connection.execute(u"DELETE FROM Tijden WHERE Dagen = 2"_s);
@@ -109,8 +113,6 @@ TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
     EXPECT_EQ(row(), u"slot|1|11"_s);
     rows.moveNext();
     EXPECT_EQ(errorOf([&] { rows.value(u"Uren"); }), RowDeleted);
-    rows.moveNext();
-    EXPECT_EQ(row(), u"slot|3|13"_s);
     {
         const store::Transaction abandoned(connection);
         connection.execute(u"UPDATE Tijden SET Uren = 0"_s);
@@ -121,7 +123,7 @@ TEST_F(RecordsetWrite, ShowsChangesOfTheConnectionInRowsVisitedAgain)
     EXPECT_EQ(row(), u"slot|3|13"_s);
 }
 
-TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
+TEST_F(RecordsetRows, AreNotWrittenOverChangesOfOthers)
 {
     store::Connection other;
     other.open(store::connectionString(programFolder()));
@@ -138,20 +140,17 @@ TEST_F(RecordsetWrite, RefusesToWriteOverChangesOfOthers)
     EXPECT_EQ(slotRows(), (QStringList{u"SLOT|1|1"_s, u"slot|2|-"_s}));
 }
 
-TEST_F(RecordsetWrite, WritesOnlyToRowsOfOneTable)
+TEST_F(RecordsetRows, CanBeWrittenWhenTheyAreOfOneTable)
 {
     const std::pair<QString, bool> cases[] = {
         {u"Tijden"_s, true},
-        {u"[Tijden]"_s, true},
         {u"select*from tijden;"_s, true},
         {u"SELECT * FROM Tijden WHERE Dagen = 1 LIMIT 1"_s, true},
         {u"SELECT * FROM \"Tijden\" ORDER BY 2 DESC, 1"_s, true},
         {u"SELECT Uren FROM Tijden"_s, false},
         {u"SELECT * FROM Tijden, Opdrachtgegevens"_s, false},
-        {u"SELECT * FROM Tijden LEFT JOIN Opdrachtgegevens ON 1"_s, false},
         {u"SELECT * FROM Tijden WHERE 1 GROUP BY Dagen"_s, false},
         {u"SELECT * FROM Tijden WHERE Dagen = 1 UNION SELECT * FROM Tijden"_s, false},
-        {u"SELECT 1"_s, false},
     };
     for (const auto &[source, writable] : cases) {
         SCOPED_TRACE(source.toStdString());
