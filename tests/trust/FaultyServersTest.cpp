@@ -101,10 +101,12 @@ const Behaviour Behaviours[] = {
     {"no file", {status(101), status(206), status(400), status(401), status(404)}, NoConnection},
     {"error", {status(407), status(429), status(500), status(503), status(999)}, NoConnection},
     {"404 without its end", {{.status = 404, .body = Audio, .announced = 9999}}, NoConnection},
-    {"redirect", {to(301, "/c.mp2"), to(302), to(303), to(307), to(308)}, Fetched, Audio},
+    {"redirect", {to(301, "/9.mp2"), to(302), to(303), to(307), to(308)}, Fetched, Audio},
     {"to another host", {to(302, "http://another.example/b.mp2")}, Fetched, Audio},
     {"to another scheme", {to(302, "https://a/b"), to(302, "file:///etc/passwd")}, NoConnection},
-    {"in a circle, to nowhere", {to(302, "/a.mp2"), to(302, ""), status(302)}, NoConnection},
+    {"in a circle, too often, to nowhere",
+     {to(302, "/a.mp2"), to(302, "/10.mp2"), to(302, ""), status(302)},
+     NoConnection},
     // Of a head that the network stack cannot read it gives the body alone.
     {"1 MB in a header", {raw(Head + "X: " + Audio.repeated(350) + "\r\n\r\nabc")}, BrokenOff},
     {"10,000 headers", {raw(Head + QByteArray("X: y\r\n").repeated(9999) + "\r\nabc")}, BrokenOff},
@@ -126,7 +128,10 @@ protected:
         addTask(u"Hourly"_s, {}, u"news.mp2"_s);
         addSlot(u"Hourly"_s, 3, 11);
         station.answer(u"/b.mp2"_s, {.body = Audio});
-        station.answer(u"/c.mp2"_s, to(302));
+        station.answer(u"/0.mp2"_s, {.body = Audio});
+        for (int left = 1; left <= 10; ++left)
+            station.answer(u"/%1.mp2"_s.arg(left),
+                           to(302, "/" + QByteArray::number(left - 1) + ".mp2"));
         start();
     }
 
