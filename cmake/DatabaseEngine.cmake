@@ -8,7 +8,7 @@ if(WIN32)
 else()
     find_library(SQLCIPHER_ARCHIVE libsqlcipher.a REQUIRED)
     find_library(CIPHERS_ARCHIVE libcrypto.a REQUIRED)
-    target_include_directories(database_engine INTERFACE ${SQLCIPHER_INCLUDE_DIRS})
+    target_include_directories(database_engine SYSTEM INTERFACE ${SQLCIPHER_INCLUDE_DIRS})
     target_link_libraries(database_engine INTERFACE ${SQLCIPHER_ARCHIVE} ${CIPHERS_ARCHIVE})
     target_link_options(database_engine INTERFACE
         LINKER:--exclude-libs,libsqlcipher.a:libcrypto.a)
