@@ -140,7 +140,7 @@ TEST_F(TaskList, TheEditorsWorkIsShownAndTheSelectionKeptWhereItBelongs)
     QString tables;
     for (const auto &[clicked, name, hours, selected, changed] : steps) {
         SCOPED_TRACE(name.toStdString());
-        edit = [&] {
+        edit = [&, name = name, hours = hours] {
             const Editor editor(list.get());
             shown = editor.hours();
             if (name.isEmpty())
