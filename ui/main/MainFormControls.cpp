@@ -107,8 +107,8 @@ void MainForm::makeControls()
 QWidget *MainForm::makeCountdownFrame()
 {
     Label1 = makeFigures(u"Label1"_s, u"Hours and minutes"_s, u"Tahoma"_s, 30, u"88:88"_s);
-    Label2 = makeFigures(u"Label2"_s, u"Seconds"_s, u"Tahoma"_s, 14, u"88"_s);
-    Label3 = makeFigures(u"Label3"_s, u"Seconds until the next download"_s, u"Tahoma"_s, 30,
+    Label2 = makeFigures(u"Label2"_s, u"Seconds"_s, u"Tahoma"_s, 18, u"88"_s);
+    Label3 = makeFigures(u"Label3"_s, u"Seconds until the next download"_s, u"MS Sans Serif"_s, 24,
                          u"8888888"_s);
     Label3->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
@@ -123,7 +123,10 @@ QWidget *MainForm::makeCountdownFrame()
 
     Label4 = named<ElidedLabel>(u"Label4"_s);
     Label4->setAccessibleDescription(u"Next download"_s);
-    Label4->setFont(Label2->font());
+    QFont bold = Label4->font();
+    bold.setPointSize(12);
+    bold.setBold(true);
+    Label4->setFont(bold);
     Label4->setUsualText(momentText(widestMoment) + u" ==> "_s + QString(usualNameLength, u'n'));
     Label4->setForegroundRole(QPalette::WindowText); // not that of texts on Shape2's background
     auto *next = new QHBoxLayout;
