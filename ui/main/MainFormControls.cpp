@@ -2,13 +2,13 @@
 #include "controls/PB/PB.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/ElidedLabel.h"
+#include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
 #include "ui/main/Named.h"
 #include "ui/main/TextFileBox.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QStatusBar>
 #include <QStyle>
 
@@ -23,20 +23,14 @@ static constexpr auto widestMoment =
     std::chrono::local_days(std::chrono::year(2088) / 12 / 28) + 20h + 58min + 58s;
 static constexpr int usualNameLength = 16;
 
-static QLabel *makeLabel(const QString &name, const QString &meaning)
-{
-    auto *label = named<QLabel>(name);
-    label->setAccessibleDescription(meaning); // its name is the text that it shows
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
 // A label for figures that are read from afar. Its room is that of its widest text, so that
 // nothing beside it moves when the text changes.
 static QLabel *makeFigures(const QString &name, const QString &meaning, const QString &family,
                            int points, const QString &widestText)
 {
-    QLabel *label = makeLabel(name, meaning);
+    auto *label = named<FigureLabel>(name);
+    label->setAccessibleDescription(meaning); // its name is the text that it shows
+    label->setTextFormat(Qt::PlainText);
     QFont font(family, points, QFont::Bold);
     font.setStyleHint(QFont::SansSerif);
     label->setFont(font);
