@@ -2,7 +2,6 @@
 #include "app/Module1.h"
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
-#include "store/Ciphers.h"
 #include "store/TaskStore.h"
 #include "ui/dialogs/ProgramIcon.h"
 #include "ui/dialogs/frmAbout.h"
@@ -20,7 +19,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -108,7 +106,6 @@ int main(int argc, char **argv)
 {
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
-    const std::jthread ciphers(store::startCiphers); // while the toolkit waits for the display
     qputenv(sendPainting, "1");
     const QApplication application(argc, argv);
     qunsetenv(sendPainting);                      // not for what the program starts
