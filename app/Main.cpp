@@ -1,5 +1,6 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
+#include "controls/DL/Network.h"
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
 #include "store/TaskStore.h"
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QNetworkProxyFactory>
 #include <QTimer>
 
 #include <memory>
@@ -93,9 +93,15 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
     mainForm->show();
 }
 
-// Reading the icon takes a tenth of the time in which a bare window starts, so that the first
-// window does not wait for it.
-static constexpr auto iconDelay = 200ms;
+// What the first window does not wait for: each of the two takes a twentieth of the time in which
+// a bare window starts.
+static void finishStart()
+{
+    QApplication::setWindowIcon(ui::programIcon());
+    app::handleEvent(controls::prepareNetwork);
+}
+
+static constexpr auto finishDelay = 200ms;
 
 // Painting into memory that is shared with an X display, the toolkit asks the display before each
 // painting whether it is through with the last one, and wakes a second thread for the answer: a
@@ -110,9 +116,7 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     qunsetenv(sendPainting);                      // not for what the program starts
     QApplication::setStyle(new ui::ProgramStyle); // owned by the application
-    QNetworkProxyFactory::setUseSystemConfiguration(true);
-    QTimer::singleShot(iconDelay, &application,
-                       [] { QApplication::setWindowIcon(ui::programIcon()); });
+    QTimer::singleShot(finishDelay, &application, finishStart);
 
     std::unique_ptr<ui::MainForm> mainForm;
     app::handleEvent([&] { startUp(mainForm); });

@@ -1,5 +1,6 @@
 #include "controls/DL/DL.h"
 
+#include "controls/DL/Network.h"
 #include "controls/DL/TemporaryFile.h"
 #include "controls/DL/Transfer.h"
 #include "platform/RuntimeError.h"
@@ -28,7 +29,9 @@ void DL::Download(const QString &URL, const QString &sDestination, const QString
     if (m_pendingDestinations.contains(sId))
         throw platform::RuntimeError(platform::ErrorNumber::DuplicateKey);
     m_leftovers.clear();
-    auto transfer = std::make_unique<Transfer>(m_network, QUrl(URL), m_limits);
+    if (!m_network)
+        m_network = makeNetwork();
+    auto transfer = std::make_unique<Transfer>(*m_network, QUrl(URL), m_limits);
     connect(transfer.get(), &Transfer::progressed, this, [this, sId, running = transfer.get()] {
         Q_EMIT Progress(running->stored(), running->announced(), sId);
     });

@@ -3,7 +3,6 @@
 #include "controls/DL/Limits.h"
 
 #include <QMap>
-#include <QNetworkAccessManager>
 #include <QWidget>
 
 #include <map>
@@ -12,6 +11,7 @@
 
 namespace controls {
 
+class Network;
 class TemporaryFile;
 class Transfer;
 
@@ -33,7 +33,8 @@ public:
     /// returns at once. Nothing may stand at `sDestination` by the time the data is complete: a
     /// file that stands there is never replaced.
     /// Raises DuplicateKey while a download of that id has not completed, and PathFileAccess when
-    /// no temporary file can be made. Whatever else goes wrong shows in the counts of Completed.
+    /// no temporary file can be made, and FileNotFound like makeNetwork. Whatever else goes wrong
+    /// shows in the counts of Completed.
     void Download(const QString &URL, const QString &sDestination, const QString &sId = {});
 
     /// Destinations of the downloads that have not completed, by id.
@@ -65,7 +66,7 @@ private:
     void complete(const QString &sId);
 
     Limits m_limits;
-    QNetworkAccessManager m_network;
+    std::unique_ptr<Network> m_network; ///< from the first download on
     QMap<QString, QString> m_pendingDestinations;
     std::map<QString, std::unique_ptr<Transfer>> m_transfers;
     std::vector<std::unique_ptr<TemporaryFile>> m_leftovers; ///< data that was not moved

@@ -2,8 +2,6 @@
 
 #include "controls/DL/Address.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkRequest>
 #include <QPointer>
 
 #include <algorithm>
@@ -11,9 +9,7 @@
 
 namespace controls {
 
-// The reader takes an eighth of what may wait for it, so that network and disk work side by side
-// while memory stays bounded. Half of this costs a tenth of the speed.
-constexpr qint64 ReadBufferBytes = qint64{2048} * 1024;
+// An eighth of what may wait for the reader, so that network and disk work side by side.
 constexpr qint64 BlockBytes = qint64{256} * 1024;
 
 constexpr int MostRedirects = 10;
@@ -21,51 +17,24 @@ constexpr int MostRedirects = 10;
 // Counts have 32 bits, and one byte past the announced length must still fit.
 constexpr qint64 MostAnnounced = std::numeric_limits<qint32>::max() - 1;
 
-static QNetworkRequest requestFor(const QUrl &url, const Limits &limits)
+static bool hasAnswered(const Answer &answer)
 {
-    QNetworkRequest request(url);
-    request.setRawHeader("Accept-Encoding", "identity"); // so that the stack decodes nothing
-    request.setRawHeader("Cache-Control", "no-cache");
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    // Left to itself, the stack now and then asks for a redirected address twice.
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::ManualRedirectPolicy);
-    // The bounded read buffer holds for HTTP/1 only.
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    request.setTransferTimeout(static_cast<int>(limits.idle.count()));
-    return request;
-}
-
-static int statusOf(const QNetworkReply &reply)
-{
-    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-}
-
-static bool hasAnswered(const QNetworkReply &reply)
-{
-    return statusOf(reply) != 0 || reply.isFinished();
-}
-
-// Where the answer sends us on to; empty when nowhere.
-static QUrl redirectTarget(const QNetworkReply &reply)
-{
-    const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
-    return target.isEmpty() ? target : reply.url().resolved(target);
+    return answer.status() != 0 || answer.isFinished();
 }
 
 // Only an answer in the 200s brings the file, and not a part of it (206), which was never asked
 // for. Anything else (a refusal, a redirect that leads nowhere, no answer at all) counts as no
 // connection, whatever page comes with it.
-static bool bringsFile(const QNetworkReply &reply)
+static bool bringsFile(const Answer &answer)
 {
-    const int status = statusOf(reply);
+    const int status = answer.status();
     return status >= 200 && status <= 299 && status != 206;
 }
 
 // Lengths that contradict each other are none.
-static qint32 announcedLength(const QNetworkReply &reply)
+static qint32 announcedLength(const Answer &answer)
 {
-    const QByteArrayList lengths = reply.rawHeader("Content-Length").split(',');
+    const QByteArrayList lengths = answer.header("Content-Length").split(',');
     const qint64 length = lengths.first().trimmed().toLongLong();
     const bool agree = std::all_of(lengths.begin(), lengths.end(), [&](const QByteArray &other) {
         return other.trimmed().toLongLong() == length;
@@ -73,7 +42,7 @@ static qint32 announcedLength(const QNetworkReply &reply)
     return agree && length > 0 && length <= MostAnnounced ? static_cast<qint32>(length) : 0;
 }
 
-Transfer::Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits &limits)
+Transfer::Transfer(Network &network, const QUrl &url, const Limits &limits)
     : m_network(network)
     , m_limits(limits)
     , m_block(BlockBytes)
@@ -89,45 +58,32 @@ Transfer::Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits
 
 void Transfer::request(const QUrl &url)
 {
-    m_reply.reset(m_network.get(requestFor(url, m_limits)));
-    m_reply->setReadBufferSize(ReadBufferBytes);
-    // Queued: whoever destroys this transfer from a notice never does so under the reply's feet.
-    connect(m_reply.get(), &QNetworkReply::readyRead, this, &Transfer::proceed,
-            Qt::QueuedConnection);
-    connect(m_reply.get(), &QNetworkReply::finished, this, &Transfer::proceed,
-            Qt::QueuedConnection);
+    m_answer = m_network.get(url, m_limits.idle, [this] { proceed(); });
 }
 
 void Transfer::proceed()
 {
-    if (!m_reply || !hasAnswered(*m_reply))
-        return; // a late notice of a reply that is gone
-    if (const QUrl target = redirectTarget(*m_reply); !target.isEmpty())
+    if (!m_answer || !hasAnswered(*m_answer))
+        return;
+    if (const QUrl target = m_answer->redirectTarget(); !target.isEmpty())
         return follow(target);
-    if (!bringsFile(*m_reply))
+    if (!bringsFile(*m_answer))
         return end();
-    m_announced = announcedLength(*m_reply);
-    const qint64 arrived = readBlock();
+    m_announced = announcedLength(*m_answer);
+    const qint64 arrived =
+        m_answer->read(m_block.data(), std::min(BlockBytes, mostBytes() - m_stored));
     if (arrived > 0)
         store(arrived);
-    else if (m_reply->isFinished())
+    else if (m_answer->isFinished())
         end();
 }
 
 void Transfer::follow(const QUrl &target)
 {
-    if (m_redirects == MostRedirects || !mayLeadTo(m_reply->url(), target))
+    if (m_redirects == MostRedirects || !mayLeadTo(m_answer->url(), target))
         return end();
     ++m_redirects;
     request(target);
-}
-
-// A reply that ran into its time limit has closed itself.
-qint64 Transfer::readBlock()
-{
-    return m_reply->isOpen()
-               ? m_reply->read(m_block.data(), qMin(BlockBytes, mostBytes() - m_stored))
-               : 0;
 }
 
 void Transfer::store(qint64 arrived)
@@ -162,7 +118,7 @@ void Transfer::endIfSlow()
 void Transfer::end()
 {
     m_period.stop();
-    m_reply.reset();
+    m_answer.reset();
     if (!m_file->close())
         m_stored = 0;
     Q_EMIT ended();

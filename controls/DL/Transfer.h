@@ -1,17 +1,14 @@
 #pragma once
 
 #include "controls/DL/Limits.h"
+#include "controls/DL/Network.h"
 #include "controls/DL/TemporaryFile.h"
 
-#include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
-#include <QUrl>
 
 #include <memory>
 #include <vector>
-
-class QNetworkAccessManager;
 
 namespace controls {
 
@@ -24,7 +21,7 @@ class Transfer : public QObject
 public:
     /// Starts reading. An address that cannot be fetched only shows in the counts at the end.
     /// Raises PathFileAccess when no temporary file can be made.
-    Transfer(QNetworkAccessManager &network, const QUrl &url, const Limits &limits);
+    Transfer(Network &network, const QUrl &url, const Limits &limits);
 
     /// Bytes that stand in the file; 0 when closing it failed.
     qint32 stored() const { return m_stored; }
@@ -45,16 +42,15 @@ private:
     void request(const QUrl &url);
     void proceed();
     void follow(const QUrl &target);
-    qint64 readBlock();
     void store(qint64 arrived);
     qint64 mostBytes() const;
     void endIfSlow();
     void end();
 
-    QNetworkAccessManager &m_network;
+    Network &m_network;
     const Limits m_limits;
     std::unique_ptr<TemporaryFile> m_file = std::make_unique<TemporaryFile>();
-    std::unique_ptr<QNetworkReply> m_reply; ///< null once the transfer has ended
+    std::unique_ptr<Answer> m_answer; ///< null once the transfer has ended
     std::vector<char> m_block;
     QTimer m_period;
     int m_redirects = 0;

@@ -18,6 +18,7 @@ protected:
         QDir().mkpath(at(u"ostravelin/database"_s));
         QDir().mkpath(at(u"audio"_s));
         QFile::copy(QStringLiteral(PROGRAM), at(u"ostravelin/ostravelin"_s));
+        QFile::copy(QStringLiteral(NETWORK_MODULE), networkModule);
         QFile::copy(QStringLiteral(EMPTY_DATABASE), database);
         makeFile(settings,
                  "[Bestandsmappen]\r\nBestemmingsmap=" + at(u"audio"_s).toUtf8() + "\r\n");
@@ -43,6 +44,7 @@ protected:
 
     QTemporaryDir root;
     const QString database = at(u"ostravelin/database/ostravelin.mdb"_s);
+    const QString networkModule = at(u"ostravelin/ostravelin-network.so"_s);
     const QString settings = at(u"config/Ostravelin.ini"_s);
     QProcess process;
 };
@@ -84,15 +86,17 @@ TEST_F(Program, AFirstStartDeletesAStaleSettingsFile)
 
 TEST_F(Program, TellsWhatKeepsItFromStarting)
 {
-    QByteArray said;
-    for (const QByteArray told : {"Error 3343: ", "Error 75: "}) {
-        makeFile(database, "no database");
+    const std::pair<std::function<void()>, QByteArray> faults[] = {
+        {[&] { QFile::remove(networkModule); }, "Error 53: A file of the program is missing"},
+        {[&] { makeFile(database, "no database"); }, "Error 3343: "},
+        {[&] { QFile::remove(settings) && QDir().mkpath(settings); }, "Error 75: "}};
+    for (const auto &[spoil, told] : faults) {
+        spoil();
         start(Station());
+        QByteArray said;
         const auto isTold = [&] { return (said += process.readAllStandardError()).contains(told); };
         EXPECT_TRUE(QTest::qWaitFor(isTold, 60'000)) << told.toStdString();
         process.kill(); // its message box waits for somebody
         process.waitForFinished();
-        QFile::remove(settings);
-        QDir().mkpath(settings);
     }
 }

@@ -1,0 +1,37 @@
+#include "controls/DL/HttpNetwork.h"
+#include "controls/DL/Network.h"
+#include "platform/Host.h"
+#include "platform/RuntimeError.h"
+
+#include <QLibrary>
+
+// The network as a module beside the executable. Its libraries are many, and loading them takes a
+// twentieth of a start, so that they come only when they are needed.
+namespace controls {
+
+using namespace Qt::StringLiterals;
+
+template <typename Function>
+static Function *inModule(const char *name)
+{
+    QLibrary module(platform::host().programFolder() + u"/ostravelin-network.so"_s);
+    module.setLoadHints(QLibrary::PreventUnloadHint); // the toolkit keeps pointers into it
+    const auto function = reinterpret_cast<Function *>(module.resolve(name));
+    if (!function)
+        throw platform::RuntimeError(platform::ErrorNumber::FileNotFound,
+                                     u"A file of the program is missing or damaged: "_s +
+                                         module.errorString());
+    return function;
+}
+
+std::unique_ptr<Network> makeNetwork()
+{
+    return std::unique_ptr<Network>(inModule<decltype(newHttpNetwork)>("newHttpNetwork")());
+}
+
+void prepareNetwork()
+{
+    inModule<decltype(useSystemProxies)>("useSystemProxies")();
+}
+
+} // namespace controls
