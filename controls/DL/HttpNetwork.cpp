@@ -6,6 +6,8 @@
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 
+#include <algorithm>
+
 namespace controls {
 
 // What may wait for its reader, so that memory stays bounded. Half of this costs a tenth of the
@@ -61,7 +63,7 @@ public:
     // A reply that ran into its time limit has closed itself.
     qint64 read(char *bytes, qint64 size) override
     {
-        return m_reply->isOpen() ? m_reply->read(bytes, size) : 0;
+        return m_reply->isOpen() ? std::max(m_reply->read(bytes, size), qint64{0}) : 0;
     }
 
     bool isFinished() const override { return m_reply->isFinished(); }

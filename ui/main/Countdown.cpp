@@ -6,6 +6,7 @@
 #include "platform/Host.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/ElidedLabel.h"
+#include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
 
 #include <QGroupBox>
@@ -48,28 +49,29 @@ static std::chrono::hh_mm_ss<std::chrono::seconds> timeOfDay()
 // Hour, minute and second come from three readings of the clock, which is kept.
 void MainForm::showClock()
 {
-    Label1->setText(twoDigits(timeOfDay().hours().count()) + u':' +
-                    twoDigits(timeOfDay().minutes().count()));
-    Label2->setText(twoDigits(timeOfDay().seconds().count()));
+    Label1->showFigures(twoDigits(timeOfDay().hours().count()) + u':' +
+                        twoDigits(timeOfDay().minutes().count()));
+    Label2->showFigures(twoDigits(timeOfDay().seconds().count()));
 }
 
+// The text of the moment is kept: making it twice a second is a tenth of what idling costs.
 void MainForm::showNextDownload()
 {
-    if (DownloadEntry.DownloadTime > local_seconds{})
-        Label4->setText(momentText(DownloadEntry.DownloadTime) + u" ==> "_s +
-                        DownloadEntry.Opdracht);
+    const local_seconds moment = DownloadEntry.DownloadTime;
+    if (moment <= local_seconds{})
+        return;
+    if (moment != m_toldMoment) {
+        m_toldMoment = moment;
+        m_momentText = momentText(moment);
+    }
+    Label4->setText(m_momentText + u" ==> "_s + DownloadEntry.Opdracht);
 }
 
 void MainForm::showSecondsToGo()
 {
     const auto toGo = DownloadEntry.DownloadTime - host().now();
-    if (toGo < 0s)
-        return;
-    const QString text = QString::number(toGo.count());
-    if (text != Label3->text()) {
-        Label3->setText(text);
-        paintNow(Label3);
-    }
+    if (toGo >= 0s)
+        Label3->showFigures(QString::number(toGo.count()));
 }
 
 bool MainForm::isDue() const

@@ -41,7 +41,7 @@ QString momentText(std::chrono::local_seconds moment, const QLocale &locale)
 
 QString twoDigits(qint64 number)
 {
-    return u"%1"_s.arg(number, 2, 10, QChar(u'0'));
+    return QString::number(number).rightJustified(2, u'0');
 }
 
 } // namespace ui

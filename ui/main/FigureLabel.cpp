@@ -1,32 +1,76 @@
 #include "ui/main/FigureLabel.h"
 
+#include "ui/main/PaintNow.h"
+
+#include <QPaintEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace ui {
 
-void FigureLabel::paintEvent(QPaintEvent * /*event*/)
+void FigureLabel::showFigures(const QString &figures)
+{
+    const QString before = text();
+    if (figures == before)
+        return;
+    setAttribute(Qt::WA_UpdatesDisabled); // or the label would have all of itself painted
+    setText(figures);
+    setAttribute(Qt::WA_UpdatesDisabled, false);
+    paintNow(this, whatDiffers(before, figures));
+}
+
+void FigureLabel::paintEvent(QPaintEvent *event)
 {
     const QString figures = text();
-    qreal width = 0;
-    for (const QChar figure : figures)
-        width += laidOut(figure).size().width();
-
+    const std::vector<qreal> edge = edges(figures);
     const QRectF room = contentsRect();
-    const qreal height = QFontMetricsF(font()).height();
-    qreal x = alignment().testFlag(Qt::AlignRight) ? room.right() - width : room.left();
-    const qreal y = room.top() + (room.height() - height) / 2;
+    const qreal y = room.top() + (room.height() - QFontMetricsF(font()).height()) / 2;
     QPainter painter(this);
-    for (const QChar figure : figures) {
-        painter.drawStaticText(QPointF(x, y), laidOut(figure));
-        x += laidOut(figure).size().width();
+    for (qsizetype i = 0; i < figures.size(); ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        if (reach(edge[at], edge[at + 1]).intersects(event->rect()))
+            painter.drawStaticText(QPointF(edge[at], y), laidOut(figures[i]));
     }
 }
 
-const QStaticText &FigureLabel::laidOut(QChar character)
+// Where each figure begins, and where the last one ends.
+std::vector<qreal> FigureLabel::edges(const QString &figures)
 {
-    QStaticText &known = m_laidOut[character];
+    std::vector<qreal> edge{0};
+    for (const QChar figure : figures)
+        edge.push_back(edge.back() + laidOut(figure).size().width());
+    const QRectF room = contentsRect();
+    const qreal shift =
+        alignment().testFlag(Qt::AlignRight) ? room.right() - edge.back() : room.left();
+    for (qreal &x : edge)
+        x += shift;
+    return edge;
+}
+
+// All that figures between the two edges may cover: the ink of some stands out a little.
+QRect FigureLabel::reach(qreal from, qreal to) const
+{
+    const int overhang = height() / 8;
+    return QRectF(from, 0, to - from, height()).toAlignedRect().adjusted(-overhang, 0, overhang, 0);
+}
+
+QRect FigureLabel::whatDiffers(const QString &before, const QString &after)
+{
+    const std::vector<qreal> edge = edges(after);
+    if (edge != edges(before))
+        return rect();
+    const auto first = std::mismatch(after.begin(), after.end(), before.begin()).first;
+    const auto last = std::mismatch(after.rbegin(), after.rend(), before.rbegin()).first.base();
+    return reach(edge[static_cast<std::size_t>(first - after.begin())],
+                 edge[static_cast<std::size_t>(last - after.begin())]);
+}
+
+const QStaticText &FigureLabel::laidOut(QChar figure)
+{
+    QStaticText &known = m_laidOut[figure];
     if (known.text().isEmpty()) {
-        known.setText(character);
+        known.setText(figure);
         known.setTextFormat(Qt::PlainText);
         known.prepare({}, font());
     }

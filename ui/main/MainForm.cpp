@@ -8,12 +8,12 @@
 #include "platform/Host.h"
 #include "store/TaskStore.h"
 #include "ui/main/ElidedLabel.h"
+#include "ui/main/PaintNow.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QLabel>
 #include <QMenuBar>
-#include <QWindow>
 
 #include <utility>
 
@@ -133,7 +133,7 @@ void MainForm::showStatus(const QString &text)
 // here: a download that began in a pause would be lost to the look-up behind it.
 void MainForm::pause(std::chrono::milliseconds duration)
 {
-    paintNow(m_statusPanel);
+    paintNow(m_statusPanel, m_statusPanel->rect());
     host().sleep(duration);
 }
 
@@ -143,13 +143,6 @@ void MainForm::comeToRest()
     Timer2->stop();
     RecomputeLater->stop();
     ctlDownload->abandonAll();
-}
-
-void paintNow(QWidget *widget)
-{
-    const QWindow *window = widget->window()->windowHandle();
-    if (window && window->isExposed())
-        widget->repaint();
 }
 
 void letPendingMessagesRun()

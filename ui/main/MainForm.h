@@ -12,7 +12,6 @@
 #include <chrono>
 
 class QGroupBox;
-class QLabel;
 
 namespace app {
 class ErrorTrap;
@@ -25,6 +24,7 @@ class PB;
 namespace ui {
 
 class ElidedLabel;
+class FigureLabel;
 class TextFileBox;
 
 /// Whether a download was asked for by hand. Cleared when a download ends: when the one that was
@@ -115,9 +115,9 @@ private:
     QTimer *RecomputeLater; // the next attempt after one that could not arm anything
 
     TextFileBox *RichTextBox1;  // the SPC files' text on its way to the disk
-    QLabel *Label1;             // clock: hours and minutes
-    QLabel *Label2;             // clock: seconds
-    QLabel *Label3;             // seconds until the pending download
+    FigureLabel *Label1;        // clock: hours and minutes
+    FigureLabel *Label2;        // clock: seconds
+    FigureLabel *Label3;        // seconds until the pending download
     ElidedLabel *Label4;        // its moment and task
     ElidedLabel *m_statusPanel; // panel 1 of StatusBar1
     QGroupBox *frameDownload;
@@ -131,14 +131,13 @@ private:
     std::uint32_t BatchWindow = 0;      // result of the latest search for its window
     std::int32_t DownloadStartTick = 0; // milliseconds of the tick counter
     std::int32_t DownloadEndTick = 0;
+
+    std::chrono::local_seconds m_toldMoment{}; // the moment that Label4 tells, and its text
+    QString m_momentText;
 };
 
 /// The header's own file in the destination folder, until it is part of the SPC file.
 extern const QString spcHeaderFile;
-
-/// Paints the widget without waiting for the next round of messages, if its window is on the
-/// screen.
-void paintNow(QWidget *widget);
 
 /// Dispatches what waits for the window (timers, downloads, painting). User input is left for
 /// later, so that no window opens in the middle of a handler.

@@ -25,8 +25,8 @@ static constexpr int usualNameLength = 16;
 
 // A label for figures that are read from afar. Its room is that of its widest text, so that
 // nothing beside it moves when the text changes.
-static QLabel *makeFigures(const QString &name, const QString &meaning, const QString &family,
-                           int points, const QString &widestText)
+static FigureLabel *makeFigures(const QString &name, const QString &meaning, const QString &family,
+                                int points, const QString &widestText)
 {
     auto *label = named<FigureLabel>(name);
     label->setAccessibleDescription(meaning); // its name is the text that it shows

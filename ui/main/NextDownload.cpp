@@ -5,6 +5,7 @@
 #include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/ElidedLabel.h"
+#include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
 #include "ui/main/NextSlot.h"
 

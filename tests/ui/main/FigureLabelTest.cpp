@@ -2,6 +2,26 @@
 
 #include "tests/support/Test.h"
 
+#include <QPaintEvent>
+#include <QTest>
+
+namespace {
+
+class PaintedPart : public QObject
+{
+public:
+    QRegion region;
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+};
+
+} // namespace
+
 TEST(FigureLabel, LooksLikeAPlainLabel)
 {
     for (const auto &[text, alignment] : {std::pair(u"12:34"_s, Qt::AlignLeft | Qt::AlignVCenter),
@@ -17,5 +37,33 @@ TEST(FigureLabel, LooksLikeAPlainLabel)
             label->grab();
         }
         EXPECT_EQ(figures.grab().toImage(), plain.grab().toImage()) << text.toStdString();
+    }
+}
+
+TEST(FigureLabel, PaintsAtOnceWhatDiffersAndNoMore)
+{
+    ui::FigureLabel label;
+    label.setFont(QFont(u"Tahoma"_s, 24, QFont::Bold));
+    label.setAlignment(Qt::AlignRight);
+    label.resize(200, 61);
+    label.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
+    PaintedPart painted;
+    label.installEventFilter(&painted);
+    for (const auto &[before, after, most] : {std::tuple(u"604800"_s, u"604799"_s, 110),
+                                              {u"604799"_s, u"604798"_s, 45},
+                                              {u"10"_s, u"9"_s, 200},
+                                              {u"9"_s, u"9"_s, 0}}) {
+        label.showFigures(before);
+        const QImage old = label.grab().toImage();
+        painted.region = {};
+        label.showFigures(after);
+        const QRegion part = painted.region;
+        EXPECT_LE(part.boundingRect().width(), most) << after.toStdString();
+        const QImage shown = label.grab().toImage();
+        for (int x = 0; x < shown.width(); ++x)
+            for (int y = 0; y < shown.height(); ++y)
+                ASSERT_TRUE(part.contains(QPoint(x, y)) || shown.pixel(x, y) == old.pixel(x, y))
+                    << after.toStdString() << " at " << x << ", " << y;
     }
 }
