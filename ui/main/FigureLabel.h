@@ -8,10 +8,10 @@
 
 namespace ui {
 
-/// A label for figures of which some change every second. It lays out every figure once and for
-/// all, and paints only those that have changed; with plain labels the idle program costs a quarter
-/// more. Without line breaks, kerning and mnemonics. Its font and alignment are set before the
-/// first figures.
+/// A label for figures of which some change every second, which is most of what the idle program
+/// does. It lays out every figure once and for all, and paints only those that have changed.
+/// Without line breaks, kerning and mnemonics. Its font and alignment are set before the first
+/// figures.
 class FigureLabel : public QLabel
 {
     Q_OBJECT
