@@ -94,7 +94,7 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
 }
 
 // What the first window does not wait for: each of the two takes a twentieth of the time in which
-// a bare window starts.
+// a bare window starts. It comes before the first tick of the countdown, which may fetch.
 static void finishStart()
 {
     QApplication::setWindowIcon(ui::programIcon());

@@ -33,8 +33,8 @@ public:
     /// returns at once. Nothing may stand at `sDestination` by the time the data is complete: a
     /// file that stands there is never replaced.
     /// Raises DuplicateKey while a download of that id has not completed, and PathFileAccess when
-    /// no temporary file can be made, and FileNotFound like makeNetwork. Whatever else goes wrong
-    /// shows in the counts of Completed.
+    /// no temporary file can be made, and FileNotFound when the part of the program that fetches
+    /// cannot be loaded. Whatever else goes wrong shows in the counts of Completed.
     void Download(const QString &URL, const QString &sDestination, const QString &sId = {});
 
     /// Destinations of the downloads that have not completed, by id.

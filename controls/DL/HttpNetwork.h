@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QtGlobal>
-
 namespace controls {
 class Network;
 }
@@ -10,8 +8,8 @@ class Network;
 extern "C" {
 
 /// A network over the toolkit's HTTP. The caller owns it.
-Q_DECL_EXPORT controls::Network *newHttpNetwork();
+controls::Network *newHttpNetwork();
 
 /// Has all networks use the proxy settings of the system.
-Q_DECL_EXPORT void useSystemProxies();
+void useSystemProxies();
 }

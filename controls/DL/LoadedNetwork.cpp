@@ -6,7 +6,8 @@
 #include <QLibrary>
 
 // The network as a module beside the executable. Its libraries are many, and loading them takes a
-// twentieth of a start, so that they come only when they are needed.
+// twentieth of a start, so that they come only when they are needed. The module's name holds the
+// version, so that one of another version is never taken.
 namespace controls {
 
 using namespace Qt::StringLiterals;
@@ -14,12 +15,12 @@ using namespace Qt::StringLiterals;
 template <typename Function>
 static Function *inModule(const char *name)
 {
-    QLibrary module(platform::host().programFolder() + u"/ostravelin-network.so"_s);
+    QLibrary module(platform::host().programFolder() + QStringLiteral("/" NETWORK_MODULE));
     module.setLoadHints(QLibrary::PreventUnloadHint); // the toolkit keeps pointers into it
     const auto function = reinterpret_cast<Function *>(module.resolve(name));
     if (!function)
         throw platform::RuntimeError(platform::ErrorNumber::FileNotFound,
-                                     u"A file of the program is missing or damaged: "_s +
+                                     u"The part of the program that fetches cannot be loaded: "_s +
                                          module.errorString());
     return function;
 }

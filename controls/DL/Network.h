@@ -48,11 +48,12 @@ public:
                                         const std::function<void()> &notice) = 0;
 };
 
-/// A network of the caller's own. Raises FileNotFound like prepareNetwork.
+/// A network of the caller's own. Raises FileNotFound when the part of the program that fetches
+/// cannot be loaded.
 std::unique_ptr<Network> makeNetwork();
 
-/// Gets ready what networks need, and has them all use the proxy settings of the system. Raises
-/// FileNotFound when a file of the program that belongs to it is missing or cannot be used.
+/// Loads that part, and has all networks use the proxy settings of the system. Raises FileNotFound
+/// like makeNetwork.
 void prepareNetwork();
 
 } // namespace controls

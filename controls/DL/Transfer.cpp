@@ -64,7 +64,7 @@ void Transfer::request(const QUrl &url)
 void Transfer::proceed()
 {
     if (!m_answer || !hasAnswered(*m_answer))
-        return;
+        return; // the end came before a queued call, or nothing has come yet
     if (const QUrl target = m_answer->redirectTarget(); !target.isEmpty())
         return follow(target);
     if (!bringsFile(*m_answer))

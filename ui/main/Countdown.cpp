@@ -10,7 +10,6 @@
 #include "ui/main/MainForm.h"
 
 #include <QGroupBox>
-#include <QLabel>
 
 namespace ui {
 

@@ -14,7 +14,8 @@ void FigureLabel::showFigures(const QString &figures)
     const QString before = text();
     if (figures == before)
         return;
-    setAttribute(Qt::WA_UpdatesDisabled); // or the label would have all of itself painted
+    // setText() would have the whole label painted, and so would switching updates on again.
+    setAttribute(Qt::WA_UpdatesDisabled);
     setText(figures);
     setAttribute(Qt::WA_UpdatesDisabled, false);
     paintNow(this, whatDiffers(before, figures));
@@ -23,21 +24,20 @@ void FigureLabel::showFigures(const QString &figures)
 void FigureLabel::paintEvent(QPaintEvent *event)
 {
     const QString figures = text();
-    const std::vector<qreal> edge = edges(figures);
+    const QList<qreal> edge = edges(figures);
     const QRectF room = contentsRect();
     const qreal y = room.top() + (room.height() - QFontMetricsF(font()).height()) / 2;
     QPainter painter(this);
     for (qsizetype i = 0; i < figures.size(); ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        if (reach(edge[at], edge[at + 1]).intersects(event->rect()))
-            painter.drawStaticText(QPointF(edge[at], y), laidOut(figures[i]));
+        if (reach(edge[i], edge[i + 1]).intersects(event->rect()))
+            painter.drawStaticText(QPointF(edge[i], y), laidOut(figures[i]));
     }
 }
 
 // Where each figure begins, and where the last one ends.
-std::vector<qreal> FigureLabel::edges(const QString &figures)
+QList<qreal> FigureLabel::edges(const QString &figures)
 {
-    std::vector<qreal> edge{0};
+    QList<qreal> edge{0};
     for (const QChar figure : figures)
         edge.push_back(edge.back() + laidOut(figure).size().width());
     const QRectF room = contentsRect();
@@ -57,13 +57,12 @@ QRect FigureLabel::reach(qreal from, qreal to) const
 
 QRect FigureLabel::whatDiffers(const QString &before, const QString &after)
 {
-    const std::vector<qreal> edge = edges(after);
+    const QList<qreal> edge = edges(after);
     if (edge != edges(before))
         return rect();
     const auto first = std::mismatch(after.begin(), after.end(), before.begin()).first;
     const auto last = std::mismatch(after.rbegin(), after.rend(), before.rbegin()).first.base();
-    return reach(edge[static_cast<std::size_t>(first - after.begin())],
-                 edge[static_cast<std::size_t>(last - after.begin())]);
+    return reach(edge[first - after.begin()], edge[last - after.begin()]);
 }
 
 const QStaticText &FigureLabel::laidOut(QChar figure)

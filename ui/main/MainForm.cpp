@@ -12,7 +12,6 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QLabel>
 #include <QMenuBar>
 
 #include <utility>

@@ -10,7 +10,6 @@
 #include "ui/main/NextSlot.h"
 
 #include <QGroupBox>
-#include <QLabel>
 #include <QMenu>
 
 #include <array>

@@ -50,20 +50,19 @@ TEST(FigureLabel, PaintsAtOnceWhatDiffersAndNoMore)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
     PaintedPart painted;
     label.installEventFilter(&painted);
-    for (const auto &[before, after, most] : {std::tuple(u"604800"_s, u"604799"_s, 110),
-                                              {u"604799"_s, u"604798"_s, 45},
-                                              {u"10"_s, u"9"_s, 200},
+    const int figure = label.fontMetrics().horizontalAdvance(u'8');
+    for (const auto &[before, after, most] : {std::tuple(u"604800"_s, u"604799"_s, 4 * figure),
+                                              {u"604799"_s, u"604798"_s, 2 * figure},
+                                              {u"10"_s, u"9"_s, label.width()},
                                               {u"9"_s, u"9"_s, 0}}) {
         label.showFigures(before);
-        const QImage old = label.grab().toImage();
+        QImage shown = label.grab().toImage();
         painted.region = {};
         label.showFigures(after);
-        const QRegion part = painted.region;
-        EXPECT_LE(part.boundingRect().width(), most) << after.toStdString();
-        const QImage shown = label.grab().toImage();
-        for (int x = 0; x < shown.width(); ++x)
-            for (int y = 0; y < shown.height(); ++y)
-                ASSERT_TRUE(part.contains(QPoint(x, y)) || shown.pixel(x, y) == old.pixel(x, y))
-                    << after.toStdString() << " at " << x << ", " << y;
+        const QRect part = painted.region.boundingRect();
+        EXPECT_LE(part.width(), most) << after.toStdString();
+        if (!part.isEmpty())
+            label.render(&shown, part.topLeft(), part);
+        EXPECT_EQ(shown, label.grab().toImage()) << after.toStdString();
     }
 }
