@@ -3,6 +3,7 @@
 #include "platform/Host.h"
 #include "platform/RuntimeError.h"
 
+#include <QFile>
 #include <QLibrary>
 
 // The network as a module beside the executable. Its libraries are many, and loading them takes a
@@ -15,13 +16,15 @@ using namespace Qt::StringLiterals;
 template <typename Function>
 static Function *inModule(const char *name)
 {
-    QLibrary module(platform::host().programFolder() + QStringLiteral("/" NETWORK_MODULE));
+    const QString path = platform::host().programFolder() + QStringLiteral("/" NETWORK_MODULE);
+    QLibrary module(path);
     module.setLoadHints(QLibrary::PreventUnloadHint); // the toolkit keeps pointers into it
     const auto function = reinterpret_cast<Function *>(module.resolve(name));
     if (!function)
-        throw platform::RuntimeError(platform::ErrorNumber::FileNotFound,
-                                     u"The part of the program that fetches cannot be loaded: "_s +
-                                         module.errorString());
+        throw platform::RuntimeError(
+            platform::ErrorNumber::FileNotFound,
+            u"The part of the program that fetches cannot be loaded: "_s +
+                (QFile::exists(path) ? module.errorString() : path + u" is missing"_s));
     return function;
 }
 
