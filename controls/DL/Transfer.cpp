@@ -9,7 +9,7 @@
 
 namespace controls {
 
-// An eighth of what may wait for the reader, so that network and disk work side by side.
+// A sixth of what may wait for the reader, so that network and disk work side by side.
 constexpr qint64 BlockBytes = qint64{256} * 1024;
 
 constexpr int MostRedirects = 10;
