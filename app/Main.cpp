@@ -11,7 +11,6 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmSchedule.h"
 #include "ui/main/MainForm.h"
-#include "ui/main/ProgramStyle.h"
 
 #include <QApplication>
 #include <QDir>
@@ -114,8 +113,7 @@ int main(int argc, char **argv)
     platform::installHost(nativeHost);
     qputenv(sendPainting, "1");
     const QApplication application(argc, argv);
-    qunsetenv(sendPainting);                      // not for what the program starts
-    QApplication::setStyle(new ui::ProgramStyle); // owned by the application
+    qunsetenv(sendPainting); // not for what the program starts
     QTimer::singleShot(finishDelay, &application, finishStart);
 
     std::unique_ptr<ui::MainForm> mainForm;

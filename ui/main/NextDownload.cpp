@@ -1,4 +1,5 @@
 #include "app/ErrorTrap.h"
+#include "app/NextSlot.h"
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
 #include "store/OpenRecordset.h"
@@ -7,7 +8,6 @@
 #include "ui/main/ElidedLabel.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
-#include "ui/main/NextSlot.h"
 
 #include <QGroupBox>
 #include <QMenu>
@@ -27,7 +27,7 @@ namespace {
 
 // The scheduler's query as a series of slots. A row that cannot be read whole is logged and
 // skipped whole, so that one task's name never meets another one's address.
-class TaskSlotRows : public SlotRows
+class TaskSlotRows : public app::SlotRows
 {
 public:
     TaskSlotRows(store::Recordset &rows, const app::ErrorTrap &trap)
@@ -44,9 +44,9 @@ public:
     void moveNext() override { m_rows.moveNext(); }
     bool atEnd() const override { return m_rows.atEnd(); }
 
-    std::optional<WeekSlot> slot() override
+    std::optional<app::WeekSlot> slot() override
     {
-        std::optional<WeekSlot> slot;
+        std::optional<app::WeekSlot> slot;
         m_trap.step([&] { slot = readWhole(); });
         return slot;
     }
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    WeekSlot readWhole() const
+    app::WeekSlot readWhole() const
     {
         for (const int text : m_texts)
             if (!m_rows.holdsValue(text))
@@ -104,7 +104,7 @@ bool MainForm::findNextDownload()
     if (rows->recordCount() <= 0)
         return false;
     TaskSlotRows weekSlots(*rows, trap);
-    const auto chosen = chooseSlot(weekSlots, [] { return platform::host().now(); });
+    const auto chosen = app::chooseSlot(weekSlots, [] { return platform::host().now(); });
     if (!chosen)
         return false;
     rows->setAbsolutePosition(chosen->row + 1);

@@ -1,10 +1,10 @@
-#include "ui/main/NextSlot.h"
+#include "app/NextSlot.h"
 
 #include "tests/support/Test.h"
 
 #include <vector>
 
-using namespace ui;
+using namespace app;
 
 namespace {
 

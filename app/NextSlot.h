@@ -5,7 +5,7 @@
 #include <optional>
 
 // The choice of the next download from the weekly slots and the present moment.
-namespace ui {
+namespace app {
 
 /// A slot of the week. Values out of range carry over: minute 60 is the next hour's minute 0.
 struct WeekSlot
@@ -45,4 +45,4 @@ std::chrono::local_seconds momentNextWeek(const WeekSlot &slot, std::chrono::loc
 std::optional<ChosenSlot> chooseSlot(SlotRows &rows,
                                      const std::function<std::chrono::local_seconds()> &now);
 
-} // namespace ui
+} // namespace app

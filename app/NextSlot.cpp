@@ -1,6 +1,6 @@
-#include "ui/main/NextSlot.h"
+#include "app/NextSlot.h"
 
-namespace ui {
+namespace app {
 
 using std::chrono::days;
 using std::chrono::hours;
@@ -63,4 +63,4 @@ std::optional<ChosenSlot> chooseSlot(SlotRows &rows, const std::function<local_s
     return std::nullopt;
 }
 
-} // namespace ui
+} // namespace app
