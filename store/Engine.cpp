@@ -5,7 +5,6 @@
 
 #include <QFileInfo>
 
-#include <openssl/crypto.h>
 #include <sqlite3.h>
 
 namespace store {
@@ -31,14 +30,6 @@ void runScript(sqlite3 *database, const QString &script)
         raiseEngineError(database);
 }
 
-// The ciphers linked in serve the database alone. What the machine's settings say of secure
-// connections is not for them, and their error texts are never shown; reading both would make
-// opening a quarter longer.
-static void startCiphers()
-{
-    OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG | OPENSSL_INIT_NO_LOAD_CRYPTO_STRINGS, nullptr);
-}
-
 DatabaseHandle openDatabaseFile(const QString &path, const QString &password, OpenMode mode)
 {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
@@ -51,7 +42,6 @@ DatabaseHandle openDatabaseFile(const QString &path, const QString &password, Op
         raiseEngineError(database.get());
 
     if (!password.isEmpty()) {
-        startCiphers();
         const QByteArray key = fileKey(path, password);
         if (sqlite3_key(database.get(), key.constData(), static_cast<int>(key.size())) != SQLITE_OK)
             raiseEngineError(database.get());
