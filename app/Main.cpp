@@ -4,7 +4,6 @@
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
 #include "store/TaskStore.h"
-#include "ui/dialogs/ProgramIcon.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmForceDownload.h"
 #include "ui/dialogs/frmOpdrachten.h"

@@ -1,12 +1,15 @@
 #include "ui/dialogs/WeekGrid.h"
 
-#include "ui/dialogs/HourBox.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/Named.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QStyleOptionButton>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
 #include <QToolButton>
 
 #include <algorithm>
@@ -16,6 +19,86 @@
 namespace ui {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A check box without a text on a light ground of its own. Its marks are those of a light theme
+// whatever theme is in force, so that they can be read on that ground. It leaves the mouse to the
+// grid.
+class HourBox : public QCheckBox
+{
+public:
+    explicit HourBox(const QColor &ground, QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    QColor m_ground;
+};
+
+} // namespace
+
+HourBox::HourBox(const QColor &ground, QWidget *parent)
+    : QCheckBox(parent)
+    , m_ground(ground)
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+static QSize indicatorSize(const QStyle *style, const QWidget *widget)
+{
+    return {style->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, widget),
+            style->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, widget)};
+}
+
+QSize HourBox::sizeHint() const
+{
+    return indicatorSize(style(), this) + QSize(12, 5);
+}
+
+void HourBox::paintEvent(QPaintEvent *)
+{
+    static const QPalette lightTheme(QColor(0xEF, 0xEF, 0xEF));
+    QStylePainter painter(this);
+    painter.fillRect(rect(), m_ground);
+
+    QStyleOptionButton indicator;
+    initStyleOption(&indicator);
+    indicator.palette = lightTheme;
+    indicator.rect = QStyle::alignedRect(layoutDirection(), Qt::AlignCenter,
+                                         indicatorSize(style(), this), rect());
+    painter.drawPrimitive(QStyle::PE_IndicatorCheckBox, indicator);
+
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.palette = lightTheme;
+        focus.backgroundColor = m_ground;
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+}
+
+void HourBox::mousePressEvent(QMouseEvent *event)
+{
+    event->ignore();
+}
+
+void HourBox::mouseMoveEvent(QMouseEvent *event)
+{
+    event->ignore();
+}
+
+void HourBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    event->ignore();
+}
 
 static QString dayName(int day)
 {

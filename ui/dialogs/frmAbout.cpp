@@ -1,7 +1,6 @@
 #include "ui/dialogs/frmAbout.h"
 
 #include "app/Module1.h"
-#include "ui/dialogs/ProgramIcon.h"
 #include "ui/main/Named.h"
 
 #include <QBoxLayout>
@@ -11,6 +10,14 @@
 namespace ui {
 
 using namespace Qt::StringLiterals;
+
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128})
+        icon.addFile(u":/icons/ostravelin-%1.png"_s.arg(size), QSize(size, size));
+    return icon;
+}
 
 static QLabel *makeIcon()
 {

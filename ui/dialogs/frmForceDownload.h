@@ -27,8 +27,8 @@ private:
     void CmdForceDownload_Click();
 
     DownloadRecord &m_pending;
-    QComboBox *ComboOpdracht;
-    QPushButton *CmdForceDownload;
+    QComboBox *ComboOpdracht = nullptr;
+    QPushButton *CmdForceDownload = nullptr;
 };
 
 } // namespace ui

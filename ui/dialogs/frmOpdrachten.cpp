@@ -5,8 +5,7 @@
 #include "platform/Host.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "ui/dialogs/TaskCells.h"
-#include "ui/dialogs/TaskGridModel.h"
+#include "ui/dialogs/TaskGrid.h"
 #include "ui/main/Named.h"
 
 #include <QBoxLayout>

@@ -43,11 +43,11 @@ private:
 
     store::OpenRecordset m_rows;
     Editor m_editor;
-    TaskGridModel *m_tasks;
-    QTableView *MSHFlexGrid1;
-    QPushButton *Toevoegen;   // New task
-    QPushButton *Verwijderen; // Delete
-    QPushButton *Wijzigen;    // Modify
+    TaskGridModel *m_tasks = nullptr;
+    QTableView *MSHFlexGrid1 = nullptr;
+    QPushButton *Toevoegen = nullptr;   // New task
+    QPushButton *Verwijderen = nullptr; // Delete
+    QPushButton *Wijzigen = nullptr;    // Modify
 };
 
 } // namespace ui

@@ -8,6 +8,11 @@ class QPushButton;
 
 namespace ui {
 
+/// Lets the user choose a folder of the file system, over the window hwndOwner. Returns its path
+/// with one NUL character at its end, which is deliberate, or "" when the user chose none or one
+/// whose path is longer than 254 characters.
+QString BrowseForFolder(QWidget *hwndOwner, const QString &title);
+
 /// The window of the four settings. Its Submit and Save write them to the settings file and put
 /// them in force at once. Its Cancel, and so Esc and the window's frame, leaves them alone; with a
 /// destination of fewer than three characters it ends the program.
@@ -24,7 +29,6 @@ public:
     void reject() override;
 
 private:
-    // frmOptionsControls.cpp
     void makeControls();
     QWidget *makeFolderPage();
     QWidget *makeDestinationFrame();
@@ -32,7 +36,6 @@ private:
     QLayout *makeButtons();
     void orderTabs();
 
-    // frmOptions.cpp
     void connectEvents();
     void Form_Load();
     void setSavable(bool savable);
@@ -42,15 +45,15 @@ private:
     void cmdOK_Click();
     void cmdCancel_Click();
 
-    QLineEdit *Text2;  // destination folder
-    QLineEdit *Text3;  // SPC folder
-    QCheckBox *Check1; // SPC header
-    QCheckBox *Check2; // pre-Windows XP
-    QPushButton *Bestemmings_dir;
-    QPushButton *SPC_dir;
-    QPushButton *cmdOK;     // Save
-    QPushButton *cmdCancel; // Cancel
-    QPushButton *cmdApply;  // Submit
+    QLineEdit *Text2 = nullptr;  // destination folder
+    QLineEdit *Text3 = nullptr;  // SPC folder
+    QCheckBox *Check1 = nullptr; // SPC header
+    QCheckBox *Check2 = nullptr; // pre-Windows XP
+    QPushButton *Bestemmings_dir = nullptr;
+    QPushButton *SPC_dir = nullptr;
+    QPushButton *cmdOK = nullptr;     // Save
+    QPushButton *cmdCancel = nullptr; // Cancel
+    QPushButton *cmdApply = nullptr;  // Submit
 };
 
 } // namespace ui

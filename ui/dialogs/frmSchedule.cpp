@@ -2,17 +2,25 @@
 
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
+#include "platform/Host.h"
 #include "store/OpenRecordset.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "ui/dialogs/FreeMinutes.h"
+#include "store/Transaction.h"
 #include "ui/dialogs/MinuteCombo.h"
 #include "ui/dialogs/WeekGrid.h"
+#include "ui/main/Named.h"
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QEvent>
+#include <QFormLayout>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
+
+#include <algorithm>
+#include <functional>
 
 namespace ui {
 
@@ -28,6 +36,72 @@ frmSchedule::frmSchedule(QWidget *parent)
     makeControls();
     connectEvents();
     Form_Load();
+}
+
+static QLineEdit *makeText(const QString &name, int maxLength)
+{
+    auto *text = named<QLineEdit>(name);
+    text->setMaxLength(maxLength);
+    text->setMinimumWidth(60 * text->fontMetrics().averageCharWidth());
+    return text;
+}
+
+void frmSchedule::makeControls()
+{
+    auto *frames = new QHBoxLayout;
+    frames->addWidget(makeTaskFrame(), 1, Qt::AlignTop);
+    frames->addWidget(makeTimeFrame());
+    auto *content = new QVBoxLayout(this);
+    content->addLayout(frames);
+    content->addLayout(makeButtons());
+}
+
+QWidget *frmSchedule::makeTaskFrame()
+{
+    txtOpdrachtnaam = makeText(u"txtOpdrachtnaam"_s, 20);
+    txtDownload_adres = makeText(u"txtDownload_adres"_s, 100);
+    txtFilenaam = makeText(u"txtFilenaam"_s, 50);
+    CheckAktief = named<QCheckBox>(u"CheckAktief"_s);
+    CheckAktief->setAccessibleName(u"Active"_s);
+
+    auto *frame = new QGroupBox(u"Task data"_s);
+    auto *content = new QFormLayout(frame);
+    content->addRow(u"Taskname:"_s, txtOpdrachtnaam);
+    content->addRow(u"Download address:"_s, txtDownload_adres);
+    content->addRow(u"Filename:"_s, txtFilenaam);
+    content->addRow(u"Active:"_s, CheckAktief);
+    return frame;
+}
+
+QWidget *frmSchedule::makeTimeFrame()
+{
+    ComboMinuten = named<MinuteCombo>(u"ComboMinuten"_s);
+    ComboMinuten->setMinimumContentsLength(2);
+    ComboMinuten->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    auto *minutes = new QFormLayout;
+    minutes->addRow(u"Minutes:"_s, ComboMinuten);
+
+    auto *grid = new WeekGrid(u"Check1"_s);
+    Check1 = grid->boxes();
+
+    auto *frame = new QGroupBox(u"Download time"_s);
+    auto *content = new QVBoxLayout(frame);
+    content->addLayout(minutes);
+    content->addWidget(grid, 1);
+    return frame;
+}
+
+QLayout *frmSchedule::makeButtons()
+{
+    Opslaan = named<QPushButton>(u"Opslaan"_s, u"&Save"_s);
+    Opslaan->setDefault(true);
+    Annuleren = named<QPushButton>(u"Annuleren"_s, u"&Cancel"_s);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(Opslaan);
+    buttons->addWidget(Annuleren);
+    return buttons;
 }
 
 void frmSchedule::connectEvents()
@@ -96,6 +170,100 @@ void frmSchedule::tickSlot()
     if (index < 0 || index >= WeekGrid::boxCount)
         throw platform::RuntimeError(platform::ErrorNumber::InvalidProcedureCall);
     Check1[index]->setChecked(true);
+}
+
+static bool isNewTask()
+{
+    return store::bNieuweOpdracht == Boolean::True;
+}
+
+static void tell(const QString &mistake)
+{
+    platform::host().showMessage(u"Ostravelin "_s + app::versionText(), mistake,
+                                 platform::MessageIcon::Critical);
+}
+
+void frmSchedule::Opslaan_Click()
+{
+    if (const QString mistake = inputMistake(); !mistake.isEmpty()) {
+        tell(mistake);
+        return;
+    }
+    if (!save()) {
+        tell(u"This taskname already exists, please choose another!!!"_s);
+        return;
+    }
+    store::sOpdrachtnaam = txtOpdrachtnaam->text();
+    accept();
+}
+
+// The first one, or nothing. Blanks are as good as any text.
+QString frmSchedule::inputMistake() const
+{
+    if (txtOpdrachtnaam->text().isEmpty())
+        return u"Your forgot to fill in the task name!!!!"_s;
+    if (txtDownload_adres->text().isEmpty())
+        return u"Your forgot to fill in the download address!!!"_s;
+    if (txtFilenaam->text().isEmpty())
+        return u"Your forgot to fill in the file name!!!"_s;
+    if (ComboMinuten->text().isEmpty())
+        return u"Your forgot to fill in the minutes!!!"_s;
+    if (std::none_of(Check1.cbegin(), Check1.cend(), std::mem_fn(&QCheckBox::isChecked)))
+        return u"There must be at least 1 download hour!!!"_s;
+    return {};
+}
+
+// Stores the task whole or, when anything fails on the way, not at all. Returns false when the new
+// task's name is taken.
+bool frmSchedule::save()
+{
+    store::Transaction transaction(store::dbConnection);
+    if (!writeTask())
+        return false;
+    writeSlots();
+    transaction.commit();
+    return true;
+}
+
+// Only the name of a new task is tested: a renamed one may take the name of another task, which is
+// kept so on purpose.
+bool frmSchedule::writeTask()
+{
+    const QString name = txtOpdrachtnaam->text();
+    const OpenRecordset row(rsSchedule,
+                            store::taskStatement(isNewTask() ? name : store::sOpdrachtnaam));
+    if (isNewTask()) {
+        if (row->recordCount() >= 1)
+            return false;
+        row->addNew();
+    }
+    row->setValue(u"Opdrachtnaam", name);
+    row->setValue(u"Download_adres", txtDownload_adres->text());
+    row->setValue(u"Filenaam", txtFilenaam->text());
+    row->setValue(u"Aktief", platform::toBoolean(CheckAktief->isChecked()));
+    row->setValue(u"minuten", ComboMinuten->text().toDouble());
+    row->update();
+    return true;
+}
+
+// Slots go by the name in the window. Those that a task had under another name before it was
+// renamed stay where they are, and a new task finds those that a deleted one of its name has left:
+// both are kept so on purpose.
+void frmSchedule::writeSlots()
+{
+    const QString name = txtOpdrachtnaam->text();
+    if (!isNewTask())
+        store::dbConnection.execute(store::deleteSlotsStatement(name));
+    const OpenRecordset rows(rsSchedule, store::slotsSource());
+    for (int index = 0; index < WeekGrid::boxCount; ++index) {
+        if (!Check1[index]->isChecked())
+            continue;
+        rows->addNew();
+        rows->setValue(u"Opdrachtnaam", name);
+        rows->setValue(u"Dagen", WeekGrid::dayOf(index));
+        rows->setValue(u"Uren", WeekGrid::hourOf(index));
+        rows->update();
+    }
 }
 
 } // namespace ui

@@ -29,13 +29,11 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    // frmScheduleControls.cpp
     void makeControls();
     QWidget *makeTaskFrame();
     QWidget *makeTimeFrame();
     QLayout *makeButtons();
 
-    // frmSchedule.cpp
     void connectEvents();
     void Form_Load();
     void offerFreeMinutes();
@@ -43,7 +41,6 @@ private:
     void showTask();
     void tickSlot();
 
-    // frmScheduleSave.cpp
     void Opslaan_Click();
     QString inputMistake() const;
     bool save();
@@ -52,14 +49,14 @@ private:
 
     store::Recordset rsSchedule;
 
-    QLineEdit *txtOpdrachtnaam;
-    QLineEdit *txtDownload_adres;
-    QLineEdit *txtFilenaam;
-    QCheckBox *CheckAktief;
-    MinuteCombo *ComboMinuten;
-    QList<QCheckBox *> Check1; // by WeekGrid::boxIndex()
-    QPushButton *Opslaan;      // Save
-    QPushButton *Annuleren;    // Cancel
+    QLineEdit *txtOpdrachtnaam = nullptr;
+    QLineEdit *txtDownload_adres = nullptr;
+    QLineEdit *txtFilenaam = nullptr;
+    QCheckBox *CheckAktief = nullptr;
+    MinuteCombo *ComboMinuten = nullptr;
+    QList<QCheckBox *> Check1;        // by WeekGrid::boxIndex()
+    QPushButton *Opslaan = nullptr;   // Save
+    QPushButton *Annuleren = nullptr; // Cancel
 };
 
 } // namespace ui

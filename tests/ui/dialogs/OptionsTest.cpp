@@ -1,6 +1,5 @@
 #include "app/Module1.h"
 #include "tests/support/Test.h"
-#include "ui/dialogs/Module2.h"
 #include "ui/dialogs/frmOptions.h"
 
 #include <QCheckBox>

@@ -1,5 +1,5 @@
 #include "tests/ui/dialogs/Editor.h"
-#include "ui/dialogs/FreeMinutes.h"
+#include "ui/dialogs/MinuteCombo.h"
 
 #include <QGroupBox>
 
