@@ -11,6 +11,14 @@ void enterFolder(const QString &folder);
 
 void removeFile(const QString &path);
 
+/// Puts the data of the file on the disk, so that a name that it gets later never stands for data
+/// that a power cut took.
+void flushFile(const QString &path);
+
+/// Puts the names in the folder of the path on the disk, where the file system can do that for
+/// itself. Where the renames below do it, nothing is left to do.
+void flushFolderOf(const QString &path);
+
 /// Gives the file another name in one atomic step, in place of a file of that name.
 void renameOver(const QString &from, const QString &to);
 

@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <filesystem>
+
 namespace platform {
 
 using namespace Qt::StringLiterals;
@@ -63,6 +65,7 @@ static void copyThenRename(const QString &from, const QString &to, Rename rename
     const QString hidden = newHiddenName(folderOf(to));
     try {
         system::copyBytes(from, hidden);
+        system::flushFile(hidden);
         rename(hidden, to);
     } catch (const RuntimeError &) {
         QFile::remove(hidden);
@@ -73,6 +76,43 @@ static void copyThenRename(const QString &from, const QString &to, Rename rename
 bool fileExists(const QString &path)
 {
     return QFileInfo(path).isFile();
+}
+
+// Asks the folder by a file of its own.
+static bool mindsCase(const QString &folder)
+{
+    QFile probe(newHiddenName(folder));
+    if (!probe.open(QIODevice::WriteOnly))
+        return true;
+    const bool minds = !QFile::exists(folder + probe.fileName().mid(folder.size()).toUpper());
+    probe.remove();
+    return minds;
+}
+
+// For names at which nothing stands yet.
+static bool areSameNames(const QString &a, const QString &b)
+{
+    const QString nameA = a.mid(folderOf(a).size());
+    const QString nameB = b.mid(folderOf(b).size());
+    if (nameA.compare(nameB, Qt::CaseInsensitive) != 0)
+        return false;
+    const QFileInfo folderA(folderOf(a).isEmpty() ? u"."_s : folderOf(a));
+    const QFileInfo folderB(folderOf(b).isEmpty() ? u"."_s : folderOf(b));
+    std::error_code none;
+    return std::filesystem::equivalent(folderA.filesystemFilePath(), folderB.filesystemFilePath(),
+                                       none) &&
+           (nameA == nameB || !mindsCase(folderOf(a)));
+}
+
+bool isSameFile(const QString &a, const QString &b)
+{
+    if (QFileInfo::exists(a) != QFileInfo::exists(b))
+        return false;
+    if (!QFileInfo::exists(a))
+        return areSameNames(a, b);
+    std::error_code none;
+    return std::filesystem::equivalent(QFileInfo(a).filesystemFilePath(),
+                                       QFileInfo(b).filesystemFilePath(), none);
 }
 
 void changeDirectory(const QString &folder)
@@ -101,22 +141,27 @@ void deleteLeftovers(const QString &folder, const QString &pattern)
 void moveFile(const QString &from, const QString &to)
 {
     requireFileAndPlace(from, to);
-    if (system::renameToFree(from, to))
-        return;
-    copyThenRename(from, to, system::renameToFree);
-    QFile::remove(from);
+    system::flushFile(from);
+    if (!system::renameToFree(from, to)) {
+        copyThenRename(from, to, system::renameToFree);
+        QFile::remove(from);
+    }
+    system::flushFolderOf(to);
 }
 
 void replaceFile(const QString &from, const QString &to)
 {
     requireFileAndPlace(from, to);
+    system::flushFile(from);
     system::renameOver(from, to);
+    system::flushFolderOf(to);
 }
 
 void copyFile(const QString &from, const QString &to)
 {
     requireFileAndPlace(from, to);
     copyThenRename(from, to, system::renameOver);
+    system::flushFolderOf(to);
 }
 
 void writeFile(const QString &path, const QByteArray &bytes)

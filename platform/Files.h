@@ -6,10 +6,18 @@
 // moved or replaced, and "*" and "?" are plain characters where the platform takes them as such.
 // Failures raise RuntimeError: FileNotFound for a missing file, PathNotFound for a missing folder,
 // PermissionDenied, DiskFull, or PathFileAccess for what is left.
+//
+// moveFile, replaceFile and copyFile outlast a power cut: the data is on the disk before it gets
+// its name, and the name when they return. Data that cannot be put there counts as not written: the
+// source and an old file of the name stay as they are.
 namespace platform {
 
 /// Whether a regular file stands at the path.
 bool fileExists(const QString &path);
+
+/// Whether the two paths are one file, or would be, which the file system decides: names that
+/// differ in case are one in a folder that does not mind case, and a link is what it leads to.
+bool isSameFile(const QString &a, const QString &b);
 
 /// Makes the folder the current one. Raises PathNotFound when it is missing, empty or relative.
 void changeDirectory(const QString &folder);

@@ -3,7 +3,7 @@
 #include "platform/RuntimeError.h"
 
 #include <QFile>
-#include <QThreadPool>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -44,15 +44,35 @@ void removeFile(const QString &path)
         raiseSystemError(errno);
 }
 
-// The file system frees the blocks of a replaced file when its last descriptor is closed. That
-// takes milliseconds for a long recording, and nobody has to wait for it.
+// Returns the system's error code, 0 for success. Where a file system knows no flush of its own,
+// the file is as safe as it gets.
+static int flushed(const QString &path, int flags)
+{
+    const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | flags);
+    if (file < 0)
+        return errno;
+    const int failure = fsync(file) == 0 ? 0 : errno;
+    close(file);
+    return failure == EINVAL || failure == EOPNOTSUPP ? 0 : failure;
+}
+
+void flushFile(const QString &path)
+{
+    if (const int failure = flushed(path, 0))
+        raiseSystemError(failure);
+}
+
+// A folder that may not be read cannot be flushed either. What the disk refuses is a failure.
+void flushFolderOf(const QString &path)
+{
+    const int failure = flushed(QFileInfo(path).path(), O_DIRECTORY);
+    if (failure == EIO || failure == ENOSPC || failure == EDQUOT)
+        raiseSystemError(failure);
+}
+
 static int renameReplacing(const QByteArray &from, const QByteArray &to)
 {
-    const int replaced = open(to.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
-    const int failure = rename(from.constData(), to.constData()) == 0 ? 0 : errno;
-    if (replaced >= 0)
-        QThreadPool::globalInstance()->start([replaced] { close(replaced); });
-    return failure;
+    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
 
 // Fails with EEXIST instead of replacing. Some file systems know no such rename; a second link

@@ -1,5 +1,7 @@
 #include "platform/posix/Profile.h"
 
+#include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 #include <QDir>
@@ -8,7 +10,9 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
+#include <unistd.h>
 
 namespace platform {
 
@@ -134,6 +138,21 @@ static void setValue(Lines &lines, const QString &section, const QString &key, c
         lines << (u'[' + section + u']').toUtf8() + lineEnd << line;
 }
 
+static bool flush(const QSaveFile &file)
+{
+    return fsync(file.handle()) == 0 || errno == EINVAL; // a file system that knows no flush
+}
+
+static bool isNamedOnDisk(const QString &path)
+{
+    try {
+        system::flushFolderOf(path);
+        return true;
+    } catch (const RuntimeError &) {
+        return false;
+    }
+}
+
 bool writeProfile(const QString &path, const QString &section, const QString &key,
                   const QString &value)
 {
@@ -147,7 +166,7 @@ bool writeProfile(const QString &path, const QString &section, const QString &ke
     const QByteArray bytes = written.join();
     QSaveFile file(path); // unbuffered: a commit does not mind what its buffer could not store
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-           file.write(bytes) == bytes.size() && file.commit();
+           file.write(bytes) == bytes.size() && flush(file) && file.commit() && isNamedOnDisk(path);
 }
 
 } // namespace platform

@@ -1,3 +1,4 @@
+#include "platform/FileSystem.h"
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
 #include "platform/RuntimeError.h"
@@ -30,6 +31,7 @@ struct Run
     QString output;
     QString oldOutput;
     qint64 wholeSize = 0;
+    bool replacesAudio = false;
 };
 
 // -1 when a source is missing: the command interpreter joins what is there, and calls that a
@@ -47,9 +49,10 @@ static Run preparedRun(const ConcatenationBatch &batch)
     Run run{.sources = batch.header + u" and "_s + batch.audio,
             .output = batch.folder + batch.output,
             .oldOutput = newHiddenName(batch.folder),
-            .wholeSize = wholeSizeOf(batch)};
+            .wholeSize = wholeSizeOf(batch),
+            .replacesAudio = isSameFile(batch.folder + batch.audio, batch.folder + batch.output)};
     if (fileExists(run.output))
-        replaceFile(run.output, run.oldOutput);
+        system::renameOver(run.output, run.oldOutput);
     return run;
 }
 
@@ -57,14 +60,14 @@ static void putBackOldOutput(const Run &run)
 {
     QFile::remove(run.output);
     if (fileExists(run.oldOutput))
-        replaceFile(run.oldOutput, run.output);
+        system::renameOver(run.oldOutput, run.output);
 }
 
 // An output that takes the audio's own place cannot come from the batch: the copy would empty its
 // source first.
 static QString commandOf(const ConcatenationBatch &batch, const Run &run)
 {
-    if (batch.audio != batch.output)
+    if (!run.replacesAudio)
         return batch.batchFile;
     return u"copy /b "_s + batch.header + u" + "_s + run.oldOutput.mid(batch.folder.size()) + u' ' +
            batch.output;
@@ -91,12 +94,38 @@ static void start(QProcess &process, const QString &folder, const QString &comma
     process.start();
 }
 
+static bool isWhole(const QProcess &process, const Run &run)
+{
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
+           fileExists(run.output) && fileSize(run.output) == run.wholeSize;
+}
+
+static QString reasonOf(QProcess &process, const Run &run)
+{
+    if (process.exitStatus() != QProcess::NormalExit)
+        return u"the process was ended"_s;
+    const QString told = QString::fromLocal8Bit(process.readAllStandardError());
+    return (u"the command interpreter did not join "_s + run.sources + u' ' + told).simplified();
+}
+
+// Returns why the new output is not whole and on the disk, or an empty text.
+static QString faultOf(QProcess &process, const Run &run)
+{
+    if (!isWhole(process, run))
+        return reasonOf(process, run);
+    try {
+        system::flushFile(run.output);
+    } catch (const RuntimeError &error) {
+        return error.description();
+    }
+    return {};
+}
+
 // Drops the old output once the new one is whole. Returns why that is not so, or an empty text.
 static QString finish(QProcess &process, const Run &run)
 {
-    const bool made = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
-                      fileExists(run.output) && fileSize(run.output) == run.wholeSize;
-    if (made) {
+    const QString fault = faultOf(process, run);
+    if (fault.isEmpty()) {
         QFile::remove(run.oldOutput);
         return {};
     }
@@ -105,10 +134,7 @@ static QString finish(QProcess &process, const Run &run)
     } catch (const RuntimeError &error) {
         return error.description() + u": "_s + run.oldOutput;
     }
-    if (process.exitStatus() != QProcess::NormalExit)
-        return u"the process was ended"_s;
-    const QString told = QString::fromLocal8Bit(process.readAllStandardError());
-    return (u"the command interpreter did not join "_s + run.sources + u' ' + told).simplified();
+    return fault;
 }
 
 int NativeHost::startBatch(const ConcatenationBatch &batch,

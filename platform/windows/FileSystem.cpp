@@ -65,9 +65,27 @@ void removeFile(const QString &path)
         raiseLastError(path);
 }
 
+static constexpr DWORD sharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+void flushFile(const QString &path)
+{
+    const HANDLE file = CreateFileW(native(path).c_str(), GENERIC_WRITE, sharedByAll, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        raiseLastError(path);
+    const DWORD failure = FlushFileBuffers(file) ? DWORD{0} : GetLastError();
+    CloseHandle(file);
+    if (failure != 0)
+        raiseSystemError(failure);
+}
+
+// The renames below return when the names are on the disk.
+void flushFolderOf(const QString &) {}
+
 void renameOver(const QString &from, const QString &to)
 {
-    if (!MoveFileExW(native(from).c_str(), native(to).c_str(), MOVEFILE_REPLACE_EXISTING))
+    if (!MoveFileExW(native(from).c_str(), native(to).c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         raiseLastError(to);
 }
 
@@ -77,7 +95,7 @@ bool renameToFree(const QString &from, const QString &to)
 {
     if (QFileInfo(from).absolutePath() != QFileInfo(to).absolutePath())
         return false;
-    if (!MoveFileExW(native(from).c_str(), native(to).c_str(), 0))
+    if (!MoveFileExW(native(from).c_str(), native(to).c_str(), MOVEFILE_WRITE_THROUGH))
         raiseLastError(to);
     return true;
 }
@@ -108,8 +126,7 @@ static DWORD appendAll(HANDLE file, const QByteArray &bytes)
 void writeBytes(const QString &path, WriteMode mode, const QByteArray &bytes)
 {
     const DWORD disposition = mode == WriteMode::Append ? OPEN_ALWAYS : CREATE_ALWAYS;
-    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileW(native(path).c_str(), GENERIC_WRITE, shared, nullptr,
+    const HANDLE file = CreateFileW(native(path).c_str(), GENERIC_WRITE, sharedByAll, nullptr,
                                     disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         raiseLastError(path);

@@ -2,6 +2,8 @@
 
 #include "tests/support/Test.h"
 
+#include <filesystem>
+
 using namespace platform;
 
 namespace {
@@ -76,4 +78,22 @@ TEST_F(Files, AppendsCopiesMovesReplacesAndDeletes)
     EXPECT_FALSE(fileExists(at(u"folder/moved"_s)));
     deleteFile(at(u"old"_s));
     EXPECT_FALSE(fileExists(at(u"old"_s)));
+}
+
+TEST_F(Files, AreOneWhereTheFileSystemSaysSo)
+{
+    const bool mindsCase = !QFile::exists(at(u"NEW"_s));
+    std::filesystem::create_hard_link(at(u"new"_s).toStdString(), at(u"linked"_s).toStdString());
+    const std::tuple<QString, QString, bool> cases[] = {
+        {u"new"_s, u"new"_s, true},           {u"new"_s, u"old"_s, false},
+        {u"new"_s, u"folder/../new"_s, true}, {u"new"_s, u"linked"_s, true},
+        {u"new"_s, u"NEW"_s, !mindsCase},     {u"new"_s, u"none"_s, false},
+        {u"none"_s, u"NONE"_s, !mindsCase},   {u"none"_s, u"folder/../none"_s, true},
+        {u"none"_s, u"other"_s, false},       {u"none"_s, u"folder/none"_s, false},
+    };
+    for (const auto &[a, b, isSame] : cases) {
+        EXPECT_EQ(isSameFile(at(a), at(b)), isSame) << (a + u' ' + b).toStdString();
+        EXPECT_EQ(isSameFile(at(b), at(a)), isSame) << (b + u' ' + a).toStdString();
+    }
+    EXPECT_TRUE(filesIn(root.path()).filter(u".part"_s).isEmpty());
 }
