@@ -1,6 +1,5 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
-#include "controls/DL/Network.h"
 #include "platform/Files.h"
 #include "platform/NativeHost.h"
 #include "store/TaskStore.h"
@@ -14,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QNetworkProxyFactory>
 #include <QTimer>
 
 #include <memory>
@@ -91,12 +91,11 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
     mainForm->show();
 }
 
-// What the first window does not wait for: each of the two takes a twentieth of the time in which
-// a bare window starts. It comes before the first tick of the countdown, which may fetch.
+// What the first window does not wait for: it takes a twentieth of the time in which a bare window
+// starts.
 static void finishStart()
 {
     QApplication::setWindowIcon(ui::programIcon());
-    app::handleEvent(controls::prepareNetwork);
 }
 
 static constexpr auto finishDelay = 200ms;
@@ -113,6 +112,7 @@ int main(int argc, char **argv)
     qputenv(sendPainting, "1");
     const QApplication application(argc, argv);
     qunsetenv(sendPainting); // not for what the program starts
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
     QTimer::singleShot(finishDelay, &application, finishStart);
 
     std::unique_ptr<ui::MainForm> mainForm;

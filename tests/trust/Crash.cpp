@@ -1,11 +1,11 @@
 #include "app/ErrorReport.h"
-#include "controls/DL/Network.h"
 #include "tests/ui/dialogs/Editor.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/main/SpcHeader.h"
 
 #include <QEventLoop>
 #include <QFileSystemWatcher>
+#include <QNetworkProxyFactory>
 #include <QProcess>
 
 #include <csignal>
@@ -126,7 +126,7 @@ int runVictim(const QString &operation, const QString &folder, int first, int co
     VictimHost host;
     host.folder = folder;
     host.clock = moment(2026, 3, 2) + std::chrono::hours(first % 168);
-    controls::prepareNetwork();
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
     app::LoadSettings();
     app::handleEvent([&] {
         store::OpenDatabase(host.programFolder());

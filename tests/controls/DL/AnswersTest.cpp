@@ -1,9 +1,7 @@
-#include "controls/DL/Address.h"
 #include "tests/controls/DL/Downloads.h"
 
 using controls::DL;
 using controls::Limits;
-using controls::mayLeadTo;
 
 namespace {
 
@@ -56,15 +54,6 @@ TEST_F(Downloads, AnswersGiveCountsAndAFileOrDataUntilTheNextDownload)
         EXPECT_TRUE(progress.isEmpty() || countsOf(progress.last()) == counts);
         QFile::remove(destination());
     }
-}
-
-TEST(Redirects, NeverLeadDownFromHttpsToHttp)
-{
-    const QUrl open(u"http://station.example/"_s);
-    const QUrl secure(u"https://station.example/"_s);
-    EXPECT_TRUE(mayLeadTo(open, open) && mayLeadTo(open, secure) && mayLeadTo(secure, secure));
-    EXPECT_FALSE(mayLeadTo(secure, open));
-    EXPECT_FALSE(mayLeadTo(open, QUrl(u"data:,audio"_s)));
 }
 
 TEST_F(Downloads, FromAddressesThatCannotBeFetchedCompleteWithoutData)

@@ -26,7 +26,7 @@ QzEkVcIfyT0/QNJxM6EqM6c8v3yhRANCAASzn+WZjaI3AOmIWjgY+lbekoqdt/jV
 -----END PRIVATE KEY-----
 )";
 
-// A secure server that the station sends on to, and that answers whatever comes with a few bytes.
+// A secure server that the station sends on to, and that gives what is prepared.
 class SecureServer : public Downloads
 {
 protected:
@@ -39,27 +39,50 @@ protected:
         server.listen(QHostAddress::LocalHost);
         QObject::connect(&server, &QTcpServer::pendingConnectionAvailable, &server, [this] {
             QTcpSocket *connection = server.nextPendingConnection();
-            QObject::connect(connection, &QTcpSocket::readyRead, connection, [connection] {
-                connection->write("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\naudio");
+            QObject::connect(connection, &QTcpSocket::readyRead, connection, [this, connection] {
+                const QByteArray request = connection->readAll();
+                connection->write(request.startsWith("GET / ") ? first : file);
             });
         });
-        const QByteArray port = QByteArray::number(server.serverPort());
-        station.answer(u"/raw.mp2"_s,
-                       {.status = 302, .headers = {"Location: https://localhost:" + port + "/"}});
+        station.answer(u"/raw.mp2"_s, {.status = 302, .headers = {"Location: " + here()}});
+        station.answer(u"/down.mp2"_s, {.body = "audio"});
+    }
+
+    QByteArray here() const
+    {
+        return "https://localhost:" + QByteArray::number(server.serverPort()) + "/";
+    }
+
+    static void trustIt()
+    {
+        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+        trusting.addCaCertificate(QSslCertificate(certificateAndKey));
+        QSslConfiguration::setDefaultConfiguration(trusting);
+    }
+
+    void sendOnTo(const QByteArray &target)
+    {
+        first = "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + target + "\r\n\r\n";
     }
 
     ~SecureServer() override { QSslConfiguration::setDefaultConfiguration(usual); }
 
     const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
+    const QByteArray file = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\naudio";
+    QByteArray first = file; ///< at the root; `file` is everywhere else
     QSslServer server;
 };
 
-TEST_F(SecureServer, IsFollowedToWhenTheSystemTrustsIt)
+TEST_F(SecureServer, IsFollowedToAndOnButNeverDownWhenTheSystemTrustsIt)
 {
-    QSslConfiguration trusting = usual;
-    trusting.addCaCertificate(QSslCertificate(certificateAndKey));
-    QSslConfiguration::setDefaultConfiguration(trusting);
+    trustIt();
     EXPECT_EQ(download(u"/raw.mp2"_s), Counts(5, 5));
+    QFile::remove(destination());
+    sendOnTo(here() + "b.mp2");
+    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(5, 5));
+    sendOnTo(Station::url(u"/down.mp2"_s).toLatin1());
+    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(0, 0));
+    EXPECT_EQ(station.requests().back().path(), "/raw.mp2");
 }
 
 TEST_F(SecureServer, CountsAsNoConnectionWhenNobodyTrustsIt)
