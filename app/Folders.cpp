@@ -51,6 +51,11 @@ QString SpcFolder()
     return folderOfSetting(sSPCmap);
 }
 
+bool copiesSpcFiles()
+{
+    return SpcFolder() != DestinationFolder();
+}
+
 bool FileExists(const QString &path)
 {
     return platform::fileExists(path);

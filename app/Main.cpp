@@ -11,8 +11,6 @@
 #include "ui/main/MainForm.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QNetworkProxyFactory>
 #include <QTimer>
 
@@ -22,29 +20,10 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using platform::host;
 
-static QString settingsFilePath()
-{
-    return app::WindowsFolder() + QDir::separator() + app::settingsFileName();
-}
-
-// A settings file that is there and cannot be read must not be taken for one without settings.
-static void requireReadableSettings()
-{
-    const QFileInfo file(settingsFilePath());
-    if (file.exists() && !(file.isFile() && file.isReadable()))
-        throw platform::RuntimeError(platform::ErrorNumber::PathFileAccess,
-                                     u"The settings file cannot be read: "_s + file.filePath());
-}
-
-static bool isConfigured()
-{
-    return app::readSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s) != u"?"_s;
-}
-
 static void deleteStaleSettings()
 {
-    if (app::FileExists(settingsFilePath()))
-        platform::deleteFile(settingsFilePath());
+    if (app::FileExists(app::settingsFilePath()))
+        platform::deleteFile(app::settingsFilePath());
 }
 
 // On a first start the options window is the program's gate. Closing it, while it is the only one,
@@ -80,8 +59,8 @@ static ui::MenuWindows menuWindows(const std::unique_ptr<ui::MainForm> &mainForm
 // The entry procedure: the settings, the task database, the main window.
 static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
 {
-    requireReadableSettings();
-    if (!isConfigured()) {
+    app::requireReadableSettings();
+    if (!app::isConfigured()) {
         deleteStaleSettings();
         askForSettings();
     }

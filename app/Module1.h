@@ -15,6 +15,16 @@ extern FixedText<1> sPreXP;            ///< "1": the batch watch works in its ol
 /// The settings file's name in the settings directory.
 QString settingsFileName();
 
+/// The settings file's path.
+QString settingsFilePath();
+
+/// Raises PathFileAccess for a settings file that is there and cannot be read, so that it is never
+/// taken for one without settings.
+void requireReadableSettings();
+
+/// Whether a destination folder was ever set.
+bool isConfigured();
+
 /// A value of a settings file, at most 254 characters of it, or `defaultValue` when file, section
 /// or key is missing. Its surrounding blanks are gone.
 QString ReadIni(const QString &file, const QString &section, const QString &key,
@@ -30,6 +40,9 @@ void WriteIni(const QString &file, const QString &section, const QString &key, Q
 /// Reads the four settings in force from the settings file.
 void LoadSettings();
 
+/// Whether downloads become SPC files.
+bool makesSpcFiles();
+
 /// The folder of the settings file, without a separator at its end.
 QString WindowsFolder();
 
@@ -40,6 +53,9 @@ QString DestinationFolder();
 
 /// The same for the SPC folder.
 QString SpcFolder();
+
+/// Whether SPC files are copied to a folder of their own: the two folders differ as texts.
+bool copiesSpcFiles();
 
 /// The folder's text with a separator at its end; an empty text stays empty. The style follows
 /// the text. Behind a drive letter or a leading backslash it is "\", and a text that then ends in

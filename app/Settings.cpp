@@ -1,5 +1,9 @@
 #include "app/Module1.h"
 #include "platform/Host.h"
+#include "platform/RuntimeError.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace app {
 
@@ -29,6 +33,24 @@ QString readSetting(const QString &section, const QString &key)
     return ReadIni(settingsFileName(), section, key, u"?"_s);
 }
 
+QString settingsFilePath()
+{
+    return WindowsFolder() + QDir::separator() + settingsFileName();
+}
+
+void requireReadableSettings()
+{
+    const QFileInfo file(settingsFilePath());
+    if (file.exists() && !(file.isFile() && file.isReadable()))
+        throw platform::RuntimeError(platform::ErrorNumber::PathFileAccess,
+                                     u"The settings file cannot be read: "_s + file.filePath());
+}
+
+bool isConfigured()
+{
+    return readSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s) != u"?"_s;
+}
+
 void WriteIni(const QString &file, const QString &section, const QString &key, QString &value)
 {
     const QString written = value;
@@ -42,6 +64,11 @@ void LoadSettings()
     sSPCmap = readSetting(u"Bestandsmappen"_s, u"SPCmap"_s);
     sSPC = readSetting(u"Opties"_s, u"SPC"_s);
     sPreXP = readSetting(u"Opties"_s, u"preXP"_s);
+}
+
+bool makesSpcFiles()
+{
+    return sSPC.text() == u"1";
 }
 
 } // namespace app

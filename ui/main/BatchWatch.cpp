@@ -51,7 +51,7 @@ void MainForm::finishSpcFile(const app::ErrorTrap &trap)
     Timer2->stop();
     trap.step([this] { platform::deleteFile(BatchFile); });
     trap.step([] { platform::deleteFile(spcHeaderFile); });
-    if (SpcFolder() != DestinationFolder())
+    if (app::copiesSpcFiles())
         trap.step([this] {
             platform::copyFile(DestinationFolder() + DownloadEntry.spcFilenaam,
                                SpcFolder() + DownloadEntry.spcFilenaam);

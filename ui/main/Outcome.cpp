@@ -65,7 +65,7 @@ void MainForm::endSuccessfulDownload(qint32 DownloadedBytes, qint32 TotalBytes,
     const QString suffix = ForcedDownload == Boolean::True ? u" - Forced"_s : QString();
     ForcedDownload = Boolean::False;
     trap.step([&] { logSuccess(DownloadedBytes, TotalBytes, suffix); });
-    if (app::sSPC.text() == u"1"_s) {
+    if (app::makesSpcFiles()) {
         WriteSpcHeader(); // the batch watch looks up the next download
         return;
     }
