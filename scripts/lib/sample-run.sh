@@ -1,5 +1,5 @@
 # Steps of trying out the real program against a sample station. For scripts that stand in the
-# root folder of the sources and have made the release build with its tests.
+# root folder of the sources and have built ostravelin, sample_station and make_database.
 readonly build=$PWD/build/release
 version=$(sed -n 's/^project(ostravelin VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
 readonly title="Ostravelin ${version:?not found in CMakeLists.txt}"

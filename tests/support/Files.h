@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <gtest/gtest.h>
-
 namespace testing_support {
 
 /// A file's bytes, or an empty array when there is none.
@@ -20,8 +18,8 @@ inline void makeFile(const QString &path, const QByteArray &bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    file.write(bytes);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("%s: %s", qUtf8Printable(path), qUtf8Printable(file.errorString()));
 }
 
 /// The names of all that is in a folder, without pipes and the like.

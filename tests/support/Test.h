@@ -27,10 +27,15 @@ std::optional<platform::ErrorNumber> errorOf(Action &&action)
 
 } // namespace testing_support
 
-// Let a failed comparison show texts as text and errors by their numbers.
+// Let a failed comparison show texts and bytes as text and errors by their numbers.
 inline void PrintTo(const QString &text, std::ostream *out)
 {
     *out << '"' << text.toStdString() << '"';
+}
+
+inline void PrintTo(const QByteArray &bytes, std::ostream *out)
+{
+    *out << testing::PrintToString(bytes.toStdString());
 }
 
 namespace platform {

@@ -19,7 +19,8 @@ void resetAtEnd(qintptr socket)
 void makeSlowBatch(const QString &folder)
 {
     makeFile(folder + u"/header"_s, "header");
-    ASSERT_EQ(mkfifo(QFile::encodeName(folder + u"/audio"_s).constData(), 0600), 0);
+    if (mkfifo(QFile::encodeName(folder + u"/audio"_s).constData(), 0600) != 0)
+        qFatal("The pipe could not be made");
 }
 
 void endSlowBatch(const QString &folder)
