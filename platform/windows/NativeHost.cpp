@@ -91,17 +91,21 @@ void NativeHost::openTextEditor(const QString &path, std::function<void()> onFai
 // The shell's record of the choice is not released: that costs a few bytes for each.
 QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
 {
+    // The shell fills up to MAX_PATH of each; of a path, only what ends within 255 counts.
+    constexpr qsizetype pathBufferSize = 255;
+    std::array<char, MAX_PATH> displayName = {};
     std::array<char, MAX_PATH> path = {};
     const QByteArray localTitle = title.toLocal8Bit();
     BROWSEINFOA choice = {};
     choice.hwndOwner = owner ? reinterpret_cast<HWND>(owner->winId()) : nullptr;
-    choice.pszDisplayName = path.data();
+    choice.pszDisplayName = displayName.data();
     choice.lpszTitle = localTitle.constData();
     choice.ulFlags = BIF_RETURNONLYFSDIRS;
     const auto *chosen = SHBrowseForFolderA(&choice);
     if (!chosen || SHGetPathFromIDListA(chosen, path.data()) != TRUE)
         return {};
-    return QString::fromLocal8Bit(path.data());
+    const QByteArray chosenPath(path.data());
+    return chosenPath.size() < pathBufferSize ? QString::fromLocal8Bit(chosenPath) : QString();
 }
 
 } // namespace platform

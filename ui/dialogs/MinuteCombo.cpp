@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 
 #include <QStyleOptionComboBox>
+#include <QWheelEvent>
 
 namespace ui {
 
@@ -43,6 +44,14 @@ void MinuteCombo::initStyleOption(QStyleOptionComboBox *option) const
 {
     QComboBox::initStyleOption(option);
     option->currentText = text();
+}
+
+void MinuteCombo::wheelEvent(QWheelEvent *event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 } // namespace ui

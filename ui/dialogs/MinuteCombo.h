@@ -13,7 +13,8 @@ namespace ui {
 QStringList freeMinutes(const std::vector<int> &taken);
 
 /// A combo box that does not take typing, and yet can show a text that is not in its list. That
-/// text is gone as soon as the user chooses an entry.
+/// text is gone as soon as the user chooses an entry. The mouse's wheel turns it only while it has
+/// the focus, so that nobody changes it who only scrolls past it.
 class MinuteCombo : public QComboBox
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ public:
 
 protected:
     void initStyleOption(QStyleOptionComboBox *option) const override;
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
     QString m_unlistedText; ///< shown while no entry is chosen

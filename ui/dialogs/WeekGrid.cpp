@@ -7,6 +7,9 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
@@ -31,6 +34,7 @@ public:
     explicit HourBox(const QColor &ground, QWidget *parent = nullptr);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -40,6 +44,24 @@ protected:
 
 private:
     QColor m_ground;
+};
+
+// The label of a day or an hour, which may shrink to its text.
+class Label : public QToolButton
+{
+public:
+    QSize minimumSizeHint() const override
+    {
+        constexpr int gap = 2; // to the next text
+        return {fontMetrics().horizontalAdvance(text()) + gap, fontMetrics().height()};
+    }
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QPainter(this).fillRect(rect(), palette().window()); // above the hours that scroll
+        QToolButton::paintEvent(event);
+    }
 };
 
 } // namespace
@@ -61,6 +83,11 @@ static QSize indicatorSize(const QStyle *style, const QWidget *widget)
 QSize HourBox::sizeHint() const
 {
     return indicatorSize(style(), this) + QSize(12, 5);
+}
+
+QSize HourBox::minimumSizeHint() const
+{
+    return indicatorSize(style(), this);
 }
 
 void HourBox::paintEvent(QPaintEvent *)
@@ -121,6 +148,7 @@ void WeekGrid::addLabels()
 {
     auto *corner = new QLabel(u"Hour"_s);
     corner->setAlignment(Qt::AlignCenter);
+    corner->setAutoFillBackground(true);
     m_cells->addWidget(corner, 0, 0);
     for (int day = 1; day <= days; ++day)
         addLabel(dayName(day).first(3), dayName(day) + u", all hours"_s, 0, day);
@@ -133,7 +161,7 @@ void WeekGrid::equalizeColumns()
 {
     int widest = 0;
     for (int day = 1; day <= days; ++day)
-        widest = std::max(widest, m_cells->itemAtPosition(0, day)->sizeHint().width());
+        widest = std::max(widest, m_cells->itemAtPosition(0, day)->minimumSize().width());
     for (int day = 1; day <= days; ++day) {
         m_cells->setColumnMinimumWidth(day, widest);
         m_cells->setColumnStretch(day, 1);
@@ -142,7 +170,7 @@ void WeekGrid::equalizeColumns()
 
 void WeekGrid::addLabel(const QString &text, const QString &meaning, int row, int column)
 {
-    auto *label = new QToolButton;
+    auto *label = new Label;
     label->setText(text);
     label->setAccessibleName(meaning);
     label->setToolTip(meaning);
@@ -172,6 +200,33 @@ void WeekGrid::addCell(QWidget *cell, int row, int column)
     cell->setFocusPolicy(Qt::ClickFocus);
     cell->installEventFilter(this);
     m_cells->addWidget(cell, row, column);
+}
+
+void WeekGrid::keepDaysInSight(QScrollArea *pane)
+{
+    m_pane = pane;
+    connect(pane->verticalScrollBar(), &QScrollBar::valueChanged, this, &WeekGrid::placeDays);
+}
+
+void WeekGrid::placeDays()
+{
+    if (!m_pane)
+        return;
+    const int lastRow = m_boxes.back()->y();
+    const int top = std::clamp(
+        mapFrom(m_pane->widget(), QPoint(0, m_pane->verticalScrollBar()->value())).y(), 0, lastRow);
+    for (int column = 0; column <= days; ++column) {
+        QWidget *label = m_cells->itemAtPosition(0, column)->widget();
+        label->move(label->x(), top);
+        label->raise();
+    }
+}
+
+// The layout has put the labels back to their places.
+void WeekGrid::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeDays();
 }
 
 // Ticks the boxes of a row or column, or unticks them when all are ticked. 0 stands for every one.

@@ -7,6 +7,7 @@
 
 class QCheckBox;
 class QGridLayout;
+class QScrollArea;
 
 namespace ui {
 
@@ -30,12 +31,16 @@ public:
     /// The boxes by their indexes, see boxIndex().
     const QList<QCheckBox *> &boxes() const { return m_boxes; }
 
+    /// The labels of the days stay at the top of a pane that the grid is in while its hours scroll.
+    void keepDaysInSight(QScrollArea *pane);
+
     /// The index of an hour's box; day 1 is Monday.
     static constexpr int boxIndex(int day, int hour) { return hour + hours * (day - 1); }
     static constexpr int dayOf(int boxIndex) { return boxIndex / hours + 1; }
     static constexpr int hourOf(int boxIndex) { return boxIndex % hours; }
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -55,6 +60,7 @@ private:
     void equalizeColumns();
     void addBoxes(const QString &boxName);
     void addCell(QWidget *cell, int row, int column);
+    void placeDays();
     void toggleAll(int row, int column);
     int boxAt(QPoint position) const;
     void beginDrag(int box);
@@ -62,6 +68,7 @@ private:
     bool moveFocus(QWidget *cell, int key);
     void makeTabStop(QWidget *cell);
 
+    QScrollArea *m_pane = nullptr;
     QGridLayout *m_cells; // row 0 holds the labels of the days, column 0 those of the hours
     QList<QCheckBox *> m_boxes;
     QWidget *m_tabStop = nullptr;

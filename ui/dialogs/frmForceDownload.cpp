@@ -44,9 +44,10 @@ void frmForceDownload::makeControls()
     CmdForceDownload->setEnabled(false);
 
     auto *Frame1 = named<QGroupBox>(u"Frame1"_s, u"Forced download"_s);
-    auto *inFrame = new QHBoxLayout(Frame1);
-    inFrame->addWidget(ComboOpdracht, 1);
-    inFrame->addWidget(CmdForceDownload);
+    auto *inFrame =
+        new QVBoxLayout(Frame1); // beside each other they are too wide for some displays
+    inFrame->addWidget(ComboOpdracht);
+    inFrame->addWidget(CmdForceDownload, 0, Qt::AlignRight);
     auto *content = new QVBoxLayout(this);
     content->addWidget(Frame1);
     content->setSizeConstraint(QLayout::SetFixedSize);

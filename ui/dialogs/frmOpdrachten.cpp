@@ -5,6 +5,7 @@
 #include "platform/Host.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
+#include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/TaskGrid.h"
 #include "ui/main/Named.h"
 
@@ -58,7 +59,9 @@ void frmOpdrachten::makeControls()
     auto *content = new QVBoxLayout(this);
     content->addLayout(buttons);
     content->addWidget(MSHFlexGrid1);
-    resize(minimumSizeHint().width(), 400);
+    constexpr int preferredHeight = 400;
+    const QMargins margins = content->contentsMargins();
+    fitToDisplay(*this, {gridWidth() + margins.left() + margins.right(), preferredHeight});
     MSHFlexGrid1->setFocus();
 }
 
@@ -77,12 +80,16 @@ void frmOpdrachten::makeGrid()
     MSHFlexGrid1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     MSHFlexGrid1->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     MSHFlexGrid1->horizontalHeader()->setHighlightSections(false);
+}
 
+// The width that shows all columns.
+int frmOpdrachten::gridWidth() const
+{
     int width =
         2 * MSHFlexGrid1->frameWidth() + MSHFlexGrid1->verticalScrollBar()->sizeHint().width();
     for (int column = 0; column < taskColumns().size(); ++column)
         width += columnWidth(column);
-    MSHFlexGrid1->setMinimumWidth(width);
+    return width;
 }
 
 void frmOpdrachten::connectEvents()

@@ -32,6 +32,7 @@ public:
 private:
     void makeControls();
     void makeGrid();
+    int gridWidth() const;
     void connectEvents();
     void Toevoegen_Click();
     void Verwijderen_Click();

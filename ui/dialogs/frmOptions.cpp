@@ -4,6 +4,8 @@
 #include "app/Module1.h"
 #include "platform/Host.h"
 #include "platform/Text.h"
+#include "ui/dialogs/LineField.h"
+#include "ui/dialogs/ScrollPane.h"
 #include "ui/main/Named.h"
 
 #include <QBoxLayout>
@@ -12,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStackedWidget>
 #include <QTabBar>
 
@@ -26,7 +29,7 @@ using platform::MessageIcon;
 using platform::untilNul;
 
 // The characters of a path that a settings file gives back, and its end mark.
-static constexpr qsizetype pathBufferSize = 255;
+static constexpr int pathBufferSize = 255;
 
 QString BrowseForFolder(QWidget *hwndOwner, const QString &title)
 {
@@ -43,13 +46,14 @@ frmOptions::frmOptions(QWidget *parent)
     makeControls();
     connectEvents();
     Form_Load();
+    fitToDisplay(*this, sizeHint());
 }
 
-static QLineEdit *makeFolderText(const QString &name)
+// As many characters as the settings file gives back.
+static LineField *makeFolderText(const QString &name)
 {
-    auto *text = named<QLineEdit>(name);
-    text->setMinimumWidth(40 * text->fontMetrics().averageCharWidth());
-    return text;
+    constexpr int visible = 40; // characters
+    return named<LineField>(name, Joint::Blank, pathBufferSize - 1, visible);
 }
 
 static QPushButton *makeFolderButton(const QString &name, const QString &meaning)
@@ -94,7 +98,7 @@ void frmOptions::makeControls()
 
     auto *content = new QVBoxLayout(this);
     content->addWidget(tbsOptions);
-    content->addWidget(pages, 1);
+    content->addWidget(new ScrollPane(pages), 1);
     content->addLayout(makeButtons());
     orderTabs();
     Text2->setFocus();
@@ -187,10 +191,14 @@ void frmOptions::connectEvents()
     connect(Check1, &QCheckBox::toggled, SPC_dir, &QPushButton::setEnabled);
 }
 
-// A text that is no number counts as 0.
+// The switch goes by the number at the start of the text, rounded to a whole one, so that a note
+// behind it does no harm. A text that starts with none counts as 0, and so does a number that has
+// no room in 16 bits: an error would shut the user out from where it can be mended.
 static bool isOne(const QString &text)
 {
-    return std::nearbyint(text.toDouble()) == 1;
+    static const QRegularExpression number(u"^ *[+-]?(\\d+\\.?\\d*|\\.\\d+)(e[+-]?\\d+)?"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    return std::nearbyint(number.match(text).captured().toDouble()) == 1;
 }
 
 void frmOptions::Form_Load()

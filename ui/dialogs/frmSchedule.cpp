@@ -7,7 +7,9 @@
 #include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "store/Transaction.h"
+#include "ui/dialogs/LineField.h"
 #include "ui/dialogs/MinuteCombo.h"
+#include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/WeekGrid.h"
 #include "ui/main/Named.h"
 
@@ -36,31 +38,29 @@ frmSchedule::frmSchedule(QWidget *parent)
     makeControls();
     connectEvents();
     Form_Load();
-}
-
-static QLineEdit *makeText(const QString &name, int maxLength)
-{
-    auto *text = named<QLineEdit>(name);
-    text->setMaxLength(maxLength);
-    text->setMinimumWidth(60 * text->fontMetrics().averageCharWidth());
-    return text;
+    fitToDisplay(*this, sizeHint());
 }
 
 void frmSchedule::makeControls()
 {
-    auto *frames = new QHBoxLayout;
-    frames->addWidget(makeTaskFrame(), 1, Qt::AlignTop);
-    frames->addWidget(makeTimeFrame());
+    auto *frames = new QWidget;
+    auto *inFrames = new QVBoxLayout(frames);
+    inFrames->setContentsMargins({});
+    inFrames->addWidget(makeTaskFrame());
+    inFrames->addWidget(makeTimeFrame(), 1);
+    auto *pane = new ScrollPane(frames);
+    m_grid->keepDaysInSight(pane);
     auto *content = new QVBoxLayout(this);
-    content->addLayout(frames);
+    content->addWidget(pane, 1);
     content->addLayout(makeButtons());
 }
 
 QWidget *frmSchedule::makeTaskFrame()
 {
-    txtOpdrachtnaam = makeText(u"txtOpdrachtnaam"_s, 20);
-    txtDownload_adres = makeText(u"txtDownload_adres"_s, 100);
-    txtFilenaam = makeText(u"txtFilenaam"_s, 50);
+    constexpr int visible = 60; // characters
+    txtOpdrachtnaam = named<LineField>(u"txtOpdrachtnaam"_s, Joint::Blank, 20, visible);
+    txtDownload_adres = named<LineField>(u"txtDownload_adres"_s, Joint::Nothing, 100, visible);
+    txtFilenaam = named<LineField>(u"txtFilenaam"_s, Joint::Blank, 50, visible);
     CheckAktief = named<QCheckBox>(u"CheckAktief"_s);
     CheckAktief->setAccessibleName(u"Active"_s);
 
@@ -81,13 +81,13 @@ QWidget *frmSchedule::makeTimeFrame()
     auto *minutes = new QFormLayout;
     minutes->addRow(u"Minutes:"_s, ComboMinuten);
 
-    auto *grid = new WeekGrid(u"Check1"_s);
-    Check1 = grid->boxes();
+    m_grid = new WeekGrid(u"Check1"_s);
+    Check1 = m_grid->boxes();
 
     auto *frame = new QGroupBox(u"Download time"_s);
     auto *content = new QVBoxLayout(frame);
     content->addLayout(minutes);
-    content->addWidget(grid, 1);
+    content->addWidget(m_grid, 1);
     return frame;
 }
 

@@ -11,6 +11,7 @@ class QPushButton;
 namespace ui {
 
 class MinuteCombo;
+class WeekGrid;
 
 /// The task editor: the window in which one task is added or changed, as store::bNieuweOpdracht
 /// and store::sOpdrachtnaam tell. After a save the latter holds the name of the saved task. Esc and
@@ -48,6 +49,7 @@ private:
     void writeSlots();
 
     store::Recordset rsSchedule;
+    WeekGrid *m_grid = nullptr;
 
     QLineEdit *txtOpdrachtnaam = nullptr;
     QLineEdit *txtDownload_adres = nullptr;

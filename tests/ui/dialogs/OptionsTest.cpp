@@ -74,6 +74,10 @@ TEST_F(Options, ShowTheSettingsFile)
         {"[Bestandsmappen]\nBestemmingsmap=/a\n[Opties]\nSPC=0\npreXP=1.4\n",
          u"/a|?|preXP|savable"_s},
         {"[Bestandsmappen]\nBestemmingsmap=\n[Opties]\nSPC=on\npreXP=99999\n", u"|?|savable"_s},
+        {"[Bestandsmappen]\nBestemmingsmap=/a\n[Opties]\nSPC=1 ; on\npreXP=+.6e0x\n",
+         u"/a|?|header|preXP|savable"_s},
+        {"[Bestandsmappen]\nBestemmingsmap=/a\tb\n[Opties]\nSPC=-1\npreXP=x 1\n",
+         u"/a b|?|savable"_s},
         {"[Bestandsmappen]\nBestemmingsmap=?\nSPCmap=/srv/spc\n[Opties]\nSPC=1\npreXP=1\n", u"|"_s},
     };
     for (const auto &[settings, expected] : cases) {

@@ -1,7 +1,12 @@
 #include "tests/ui/dialogs/Editor.h"
 #include "ui/dialogs/MinuteCombo.h"
 
+#include <QClipboard>
 #include <QGroupBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+#include <QWheelEvent>
 
 TEST(FreeMinutes, AreRemovedByTheirPositions)
 {
@@ -30,8 +35,18 @@ TEST_F(TaskEditorTest, OpensEmptyForANewTask)
     EXPECT_EQ(editor->hours(), Hours());
     for (const auto &[text, length] :
          {std::pair(editor->name(), 20), {editor->address(), 100}, {editor->fileName(), 50}}) {
-        text->insert(QString(length + 1, u'x'));
-        EXPECT_EQ(text->text().size(), length);
+        text->insert(u"\n"_s + QString(length + 1, u'x'));
+        EXPECT_EQ(text->text(), QString(length, u'x'));
+        text->setCursorPosition(1);
+        text->insert(u"é"_s); // into a full text
+        EXPECT_EQ(text->text(), QString(length, u'x'));
+        text->clear();
+        text->setText(u"\tde\r\n"_s);
+        text->setCursorPosition(0);
+        QApplication::clipboard()->setText(u"a \r\n b\u2028c\n"_s);
+        text->paste();
+        EXPECT_EQ(text->text(), length == 100 ? u"abcde"_s : u"a b cde"_s);
+        text->clear();
     }
 
     auto *combo = editor->minutes();
@@ -175,4 +190,35 @@ TEST_F(TaskEditorTest, CancelEscTheFrameAndAFailedWriteLeaveTheOldTaskWhole)
     }
     EXPECT_EQ(host.messages, QStringList{u"Ostravelin 1.8.1 | Error 3709: refused"_s});
     EXPECT_EQ(host.endings, QList{1});
+}
+
+TEST_F(TaskEditorTest, OnASmallDisplayHoursScrollBelowTheirDaysAndTheButtonsStay)
+{
+    openEditor();
+    auto *pane = editor->findChild<QScrollArea *>();
+    const auto isSeen = [&](const QWidget *control) {
+        const QPoint centre = control->mapTo(editor.get(), control->rect().center());
+        return editor->childAt(centre) == control;
+    };
+    const auto *buttonOfSave = editor->findChild<QPushButton *>(u"Opslaan"_s);
+    const int roomyRow = editor->box(0)->height();
+    editor->resize(400, 600);
+    EXPECT_LT(editor->box(0)->height(), roomyRow);
+    editor->resize(400, 260);
+    EXPECT_TRUE(isSeen(buttonOfSave));
+    editor->box(0)->setFocus();
+    for (int hour = 0; hour < 23; ++hour) {
+        EXPECT_TRUE(isSeen(editor->box(hour))) << hour;
+        QTest::keyClick(editor->focusWidget(), Qt::Key_Down);
+    }
+    EXPECT_TRUE(isSeen(editor->box(23)));
+    for (const auto *label : editor->findChildren<QToolButton *>())
+        EXPECT_TRUE(label->text() != u"Mon"_s || isSeen(label));
+    EXPECT_GT(pane->verticalScrollBar()->value(), 0);
+    const int minute = editor->minutes()->currentIndex();
+    pane->ensureWidgetVisible(editor->minutes());
+    QWheelEvent wheel({5, 5}, editor->minutes()->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(editor->minutes(), &wheel);
+    EXPECT_EQ(editor->minutes()->currentIndex(), minute);
 }

@@ -49,8 +49,10 @@ TEST_F(WeekGrid, HasAColumnPerDayAndARowPerHour)
     for (int day = 1; day <= 7; ++day)
         for (int hour = 0; hour < 24; ++hour) {
             const QString hourText = u"%1"_s.arg(hour, 2, 10, QChar(u'0'));
-            const QPoint place(label(days[day - 1].first(3))->x(), label(hourText)->y());
-            EXPECT_EQ(box(day, hour)->geometry(), QRect(place, box(1, 0)->size()));
+            const QRect column = label(days[day - 1].first(3))->geometry();
+            const QRect row = label(hourText)->geometry();
+            EXPECT_EQ(box(day, hour)->geometry(),
+                      QRect(column.x(), row.y(), column.width(), row.height()));
             EXPECT_EQ(box(day, hour)->accessibleName(), days[day - 1] + u' ' + hourText);
         }
     EXPECT_LT(label(u"00"_s)->x(), label(u"Mon"_s)->x());
