@@ -36,8 +36,9 @@ wait_for_window() {
   wait_for 15 xwininfo -name "$title" >/dev/null 2>&1
 }
 
+# start_virtual_display [SIZE]
 start_virtual_display() {
-  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
   pids=($! "${pids[@]}")
   wait_for 10 test -s "$work/display"
   export DISPLAY=:$(<"$work/display")
