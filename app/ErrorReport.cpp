@@ -1,6 +1,5 @@
 #include "app/ErrorReport.h"
 
-#include "app/ErrorTrap.h"
 #include "app/Module1.h"
 #include "platform/Host.h"
 
@@ -12,6 +11,28 @@ namespace app {
 using namespace Qt::StringLiterals;
 using platform::ErrorNumber;
 using platform::RuntimeError;
+
+static void logIfPossible(const QString &description)
+{
+    try {
+        WriteLog(description);
+    } catch (const RuntimeError &) {
+        // There is no other place to tell it, and the handler's work goes first.
+    }
+}
+
+bool ErrorTrap::step(const std::function<void()> &action) const
+{
+    try {
+        action();
+        return true;
+    } catch (const RuntimeError &error) {
+        if (error.number() == m_letOut)
+            throw;
+        logIfPossible(error.description());
+        return false;
+    }
+}
 
 static std::function<void()> restingAction;
 static bool isEnding = false;
@@ -29,7 +50,7 @@ void endWithErrorReport(const RuntimeError &error)
         restingAction();
     const QString text =
         u"Error %1: %2"_s.arg(static_cast<int>(error.number())).arg(error.description());
-    ErrorTrap().step([&] { WriteLog(error.description()); });
+    logIfPossible(error.description());
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(WindowTitle()), qUtf8Printable(text));
     platform::host().showMessage(WindowTitle(), text, platform::MessageIcon::Critical);
     platform::host().endProgram(1);

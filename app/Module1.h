@@ -1,40 +1,77 @@
 #pragma once
 
-#include "app/FixedText.h"
+#include <QString>
 
 // The program's global unit: its settings, its folders, its log and its titles.
 namespace app {
 
+/// A text of always Width characters: a longer one is cut when it is assigned, a shorter one is
+/// padded with blanks on its right. It starts as blanks.
+template <int Width>
+class FixedText
+{
+public:
+    FixedText &operator=(const QString &text)
+    {
+        m_text = text.leftJustified(Width, u' ', true);
+        if (m_text.back().isHighSurrogate())
+            m_text.back() = u' '; // never half a character
+        return *this;
+    }
+
+    const QString &text() const { return m_text; }
+
+private:
+    QString m_text = QString(Width, u' ');
+};
+
+using FolderSetting = FixedText<200>;
+using SwitchSetting = FixedText<1>;
+
 /// The settings in force. Each holds the text of its key, "?" when the key was missing, or blanks
-/// before the first LoadSettings().
-extern FixedText<200> sBestemmingsmap; ///< destination folder of the downloads
-extern FixedText<200> sSPCmap;         ///< folder that receives a copy of each SPC file
-extern FixedText<1> sSPC;              ///< "1": downloads become SPC files
-extern FixedText<1> sPreXP;            ///< "1": the batch watch works in its old mode
+/// before the first LoadSettings(). A folder that was just chosen ends in a NUL character.
+extern FolderSetting sBestemmingsmap; ///< destination folder of the downloads
+extern FolderSetting sSPCmap;         ///< folder that receives a copy of each SPC file
+extern SwitchSetting sSPC;            ///< "1": downloads become SPC files
+extern SwitchSetting sPreXP;          ///< "1": the batch watch works in its old mode
 
-/// The settings file's name in the settings directory.
+/// Where a setting stands in the settings file.
+struct SettingKey
+{
+    QStringView section;
+    QStringView key;
+};
+
+inline constexpr SettingKey destinationKey{u"Bestandsmappen", u"Bestemmingsmap"};
+inline constexpr SettingKey spcFolderKey{u"Bestandsmappen", u"SPCmap"};
+inline constexpr SettingKey spcHeaderKey{u"Opties", u"SPC"};
+inline constexpr SettingKey preXpKey{u"Opties", u"preXP"};
+
+/// A value of the settings file, "?" when it is missing.
+QString readSetting(const SettingKey &setting);
+
+/// Stores a value in the settings file. A failed write is not reported.
+void writeSetting(const SettingKey &setting, const QString &value);
+
+/// Whether a destination folder was ever set.
+bool isConfigured();
+
+/// The settings file's name in the settings directory, and its path.
 QString settingsFileName();
-
-/// The settings file's path.
 QString settingsFilePath();
 
 /// Raises PathFileAccess for a settings file that is there and cannot be read, so that it is never
 /// taken for one without settings.
 void requireReadableSettings();
 
-/// Whether a destination folder was ever set.
-bool isConfigured();
-
 /// A value of a settings file, at most 254 characters of it, or `defaultValue` when file, section
 /// or key is missing. Its surrounding blanks are gone.
 QString ReadIni(const QString &file, const QString &section, const QString &key,
                 const QString &defaultValue);
 
-/// A value of the settings file, "?" when it is missing.
-QString readSetting(const QString &section, const QString &key);
-
 /// Stores a value with its line breaks, while in the caller's `value` every carriage return and
-/// line feed becomes a blank. The asymmetry is deliberate. A failed write is not reported.
+/// line feed becomes a blank: see "Line breaks in a setting" in docs/behaviour.md. A failed write
+/// is not reported.
 void WriteIni(const QString &file, const QString &section, const QString &key, QString &value);
 
 /// Reads the four settings in force from the settings file.
@@ -42,6 +79,9 @@ void LoadSettings();
 
 /// Whether downloads become SPC files.
 bool makesSpcFiles();
+
+/// Whether the batch watch works in its old mode.
+bool watchesRunningBatch();
 
 /// The folder of the settings file, without a separator at its end.
 QString WindowsFolder();
@@ -60,22 +100,20 @@ bool copiesSpcFiles();
 /// The folder's text with a separator at its end; an empty text stays empty. The style follows
 /// the text. Behind a drive letter or a leading backslash it is "\", and a text that then ends in
 /// two of them is cut to its first three characters: "D:\" stays "D:\", but "D:\Audio\" becomes
-/// "D:\" as well, which is required. Any other text ends in exactly one native separator.
+/// "D:\" as well (see "A folder with its own backslash" in docs/behaviour.md). Any other text ends
+/// in exactly one native separator.
 QString folderWithSeparator(const QString &folder);
 
 /// Whether a file stands at the path.
 bool FileExists(const QString &path);
 
-/// The address with ":80" before its path, that is before the first "/" from the 8th character
-/// on, whatever stands there already. Raises InvalidProcedureCall when there is no such "/".
-QString AddPortToUrl(const QString &address);
-
 /// The activity log's path.
 QString logFilePath();
 
 /// Appends "dd-mm-yy hh:mm:ss - message" to the log in the program folder, creating it when it is
-/// missing. The file is open for the time of the call only, so that it is complete on disk at any
-/// moment. Raises what the file system refuses.
+/// missing. It is one line: a control character in the message is written as a blank. The file is
+/// open for the time of the call only, so that it is complete on disk at any moment. Raises what
+/// the file system refuses.
 void WriteLog(const QString &message);
 
 /// The program's title.

@@ -1,3 +1,4 @@
+#include "app/DownloadRecord.h"
 #include "bench/Measure.h"
 #include "bench/Schedule.h"
 #include "platform/NativeHost.h"
@@ -6,7 +7,6 @@
 #include "ui/dialogs/frmOpdrachten.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/dialogs/frmSchedule.h"
-#include "ui/main/DownloadRecord.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -62,7 +62,7 @@ int main(int argc, char **argv)
     openFullSchedule(folder.path(), 50);
     store::createTaskRecordset();
     store::sOpdrachtnaam = u"Hourly news 7"_s;
-    ui::DownloadRecord pending;
+    app::DownloadRecord pending;
     const ui::frmOpdrachten::Editor noEditor;
 
     const std::pair<const char *, std::function<std::unique_ptr<QDialog>()>> windows[] = {

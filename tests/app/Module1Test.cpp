@@ -1,5 +1,6 @@
 #include "app/Module1.h"
 
+#include "app/DownloadRecord.h"
 #include "tests/support/Test.h"
 
 using namespace app;

@@ -1,4 +1,4 @@
-#include "app/Module1.h"
+#include "app/DownloadRecord.h"
 #include "tests/fuzz/Fuzz.h"
 
 // The port stands before a slash, and all the rest is as it was.

@@ -1,7 +1,7 @@
 #include "ui/dialogs/WeekGrid.h"
 
 #include "ui/main/DisplayText.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmAbout.h"
 
 #include "app/Module1.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QLabel>

@@ -7,7 +7,7 @@
 #include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/MainForm.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -22,7 +22,7 @@ using app::handleEvent;
 using store::OpenRecordset;
 using store::rsOpdrachten;
 
-frmForceDownload::frmForceDownload(DownloadRecord &pending, QWidget *parent)
+frmForceDownload::frmForceDownload(app::DownloadRecord &pending, QWidget *parent)
     : QDialog(parent)
     , m_pending(pending)
 {

@@ -5,9 +5,11 @@
 class QComboBox;
 class QPushButton;
 
-namespace ui {
-
+namespace app {
 struct DownloadRecord;
+}
+
+namespace ui {
 
 /// The window in which one task is chosen to be downloaded now, outside its schedule.
 class frmForceDownload : public QDialog
@@ -17,7 +19,7 @@ class frmForceDownload : public QDialog
 public:
     /// `pending` is the download that the chosen one takes the place of. The constructor raises
     /// what keeps it from reading the tasks' names.
-    explicit frmForceDownload(DownloadRecord &pending, QWidget *parent = nullptr);
+    explicit frmForceDownload(app::DownloadRecord &pending, QWidget *parent = nullptr);
 
 private:
     void makeControls();
@@ -26,7 +28,7 @@ private:
     void ComboOpdracht_Click();
     void CmdForceDownload_Click();
 
-    DownloadRecord &m_pending;
+    app::DownloadRecord &m_pending;
     QComboBox *ComboOpdracht = nullptr;
     QPushButton *CmdForceDownload = nullptr;
 };

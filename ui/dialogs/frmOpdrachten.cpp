@@ -7,7 +7,7 @@
 #include "store/TaskStore.h"
 #include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/TaskGrid.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>

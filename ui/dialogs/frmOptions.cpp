@@ -6,7 +6,7 @@
 #include "platform/Text.h"
 #include "ui/dialogs/LineField.h"
 #include "ui/dialogs/ScrollPane.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -25,6 +25,7 @@ namespace ui {
 using namespace Qt::StringLiterals;
 using app::handleEvent;
 using app::readSetting;
+using app::writeSetting;
 using platform::MessageIcon;
 using platform::untilNul;
 
@@ -204,15 +205,14 @@ static bool isOne(const QString &text)
 void frmOptions::Form_Load()
 {
     setWindowTitle(app::WindowTitle());
-    const QString destination = readSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s);
-    if (destination == u"?"_s) {
+    if (!app::isConfigured()) {
         setSavable(false);
         return;
     }
-    Text2->setText(destination);
-    Text3->setText(readSetting(u"Bestandsmappen"_s, u"SPCmap"_s));
-    Check1->setChecked(isOne(readSetting(u"Opties"_s, u"SPC"_s)));
-    Check2->setChecked(isOne(readSetting(u"Opties"_s, u"preXP"_s)));
+    Text2->setText(readSetting(app::destinationKey));
+    Text3->setText(readSetting(app::spcFolderKey));
+    Check1->setChecked(isOne(readSetting(app::spcHeaderKey)));
+    Check2->setChecked(isOne(readSetting(app::preXpKey)));
 }
 
 void frmOptions::setSavable(bool savable)
@@ -236,7 +236,7 @@ static QString chosenFolder(QWidget *owner)
 }
 
 // With anything but NUL: "?" counts, and so do the blanks that the settings start as.
-static bool startsWithACharacter(const app::FixedText<200> &setting)
+static bool startsWithACharacter(const app::FolderSetting &setting)
 {
     return setting.text().front().unicode() >= 1;
 }
@@ -272,11 +272,6 @@ void frmOptions::SPC_dir_Click()
         setSavable(true);
 }
 
-static void writeSetting(const QString &section, const QString &key, QString value)
-{
-    app::WriteIni(app::settingsFileName(), section, key, value);
-}
-
 static QString stateText(const QCheckBox *box)
 {
     return box->isChecked() ? u"1"_s : u"0"_s;
@@ -286,10 +281,10 @@ void frmOptions::cmdApply_Click()
 {
     if (Text3->text().isEmpty())
         Check1->setChecked(false); // no SPC header without an SPC folder
-    writeSetting(u"Bestandsmappen"_s, u"Bestemmingsmap"_s, Text2->text());
-    writeSetting(u"Bestandsmappen"_s, u"SPCmap"_s, Text3->text());
-    writeSetting(u"Opties"_s, u"SPC"_s, stateText(Check1));
-    writeSetting(u"Opties"_s, u"preXP"_s, stateText(Check2));
+    writeSetting(app::destinationKey, Text2->text());
+    writeSetting(app::spcFolderKey, Text3->text());
+    writeSetting(app::spcHeaderKey, stateText(Check1));
+    writeSetting(app::preXpKey, stateText(Check2));
     app::LoadSettings();
 }
 

@@ -11,7 +11,7 @@
 #include "ui/dialogs/MinuteCombo.h"
 #include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/WeekGrid.h"
-#include "ui/main/Named.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

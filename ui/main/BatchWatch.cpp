@@ -1,4 +1,4 @@
-#include "app/ErrorTrap.h"
+#include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
@@ -35,7 +35,7 @@ void MainForm::Timer2_Timer()
 // has finished, which comes and is closed.
 bool MainForm::batchHasEnded()
 {
-    if (app::sPreXP.text() == u"1"_s) {
+    if (app::watchesRunningBatch()) {
         BatchWindow = host().findBatchWindow(BatchWindowKind::Running);
         return BatchWindow == 0;
     }

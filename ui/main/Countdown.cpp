@@ -1,13 +1,13 @@
-#include "app/ErrorTrap.h"
+#include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "controls/DL/DL.h"
 #include "controls/PB/PB.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "ui/main/DisplayText.h"
-#include "ui/main/ElidedLabel.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/Widgets.h"
 
 #include <QGroupBox>
 

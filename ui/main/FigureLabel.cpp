@@ -1,6 +1,6 @@
 #include "ui/main/FigureLabel.h"
 
-#include "ui/main/PaintNow.h"
+#include "ui/main/Widgets.h"
 
 #include <QPaintEvent>
 #include <QPainter>

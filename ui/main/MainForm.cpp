@@ -7,8 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "store/TaskStore.h"
-#include "ui/main/ElidedLabel.h"
-#include "ui/main/PaintNow.h"
+#include "ui/main/Widgets.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

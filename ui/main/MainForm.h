@@ -1,8 +1,7 @@
 #pragma once
 
+#include "app/DownloadRecord.h"
 #include "platform/Boolean.h"
-#include "ui/main/DownloadRecord.h"
-#include "ui/main/MenuWindows.h"
 
 #include <QDialog>
 #include <QMainWindow>
@@ -10,6 +9,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 
 class QGroupBox;
 
@@ -31,6 +31,16 @@ class TextFileBox;
 /// asked for never starts, the next one is told as forced, which is kept.
 extern platform::Boolean ForcedDownload;
 
+/// The windows that the main window's menus open. Each is shown modally until the user closes it.
+/// A menu entry without its window is not shown.
+struct MenuWindows
+{
+    std::function<void()> taskList = {};
+    std::function<void()> forcedDownload = {};
+    std::function<void()> options = {};
+    std::function<void()> about = {};
+};
+
 /// The program's one long-lived window: the clock, the pending download and the countdown to it,
 /// the progress of a running one. It starts each download on time and looks up the next one when
 /// it has ended, in whatever way. The database must be open before it is made.
@@ -43,7 +53,7 @@ public:
     ~MainForm() override;
 
     /// The pending download.
-    DownloadRecord DownloadEntry;
+    app::DownloadRecord DownloadEntry;
 
     /// Finds the next download, arms it and shows it, or shows that there is none.
     void ZoekVolgende();
@@ -97,7 +107,7 @@ private:
     void logSuccess(qint32 DownloadedBytes, qint32 TotalBytes, const QString &suffix) const;
     void keepUnderTaskFileName() const;
 
-    // WriteSpcHeader.cpp
+    // SpcHeader.cpp
     void startBatch();
 
     // BatchWatch.cpp

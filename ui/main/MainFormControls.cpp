@@ -1,11 +1,10 @@
 #include "controls/DL/DL.h"
 #include "controls/PB/PB.h"
 #include "ui/main/DisplayText.h"
-#include "ui/main/ElidedLabel.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
-#include "ui/main/Named.h"
-#include "ui/main/TextFileBox.h"
+#include "ui/main/SpcHeader.h"
+#include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>

@@ -1,13 +1,13 @@
-#include "app/ErrorTrap.h"
+#include "app/ErrorReport.h"
 #include "app/NextSlot.h"
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
 #include "store/OpenRecordset.h"
 #include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "ui/main/ElidedLabel.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/Widgets.h"
 
 #include <QGroupBox>
 #include <QMenu>
@@ -51,7 +51,7 @@ public:
         return slot;
     }
 
-    void fill(DownloadRecord &record) const
+    void fill(app::DownloadRecord &record) const
     {
         record.takeTask(m_rows.value(m_texts[0]).toText(), m_rows.value(m_texts[1]).toText(),
                         m_rows.value(m_texts[2]).toText());

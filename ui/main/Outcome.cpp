@@ -1,4 +1,4 @@
-#include "app/ErrorTrap.h"
+#include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "controls/PB/PB.h"
 #include "platform/Arithmetic.h"

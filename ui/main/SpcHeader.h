@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QChar>
+#include <QObject>
 #include <QString>
 
 // The text header that turns MPEG audio into an SPC file.
@@ -18,5 +19,20 @@ QString secondsText(qint64 fileSize, QChar decimalPoint);
 /// The header's text, without the padding, with CR LF between its lines and the end-of-text mark
 /// 0x1A at its end.
 QString spcHeaderText(const QString &spcFilenaam, const QString &seconds);
+
+/// A text on its way into a file of single-byte text. It is not shown.
+class TextFileBox : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    QString text;
+
+    /// Writes the text as it stands, in place of a file of that name. Raises what the file system
+    /// refuses.
+    void saveFile(const QString &path) const;
+};
 
 } // namespace ui

@@ -34,7 +34,7 @@ TEST_F(NextDownload, FillsTheRecordFromTheChosenRow)
     addTask(u"Kid''s hour"_s, {}, u" kids .mp3 "_s, 30);
     addSlot(u"KID''S HOUR"_s, 3, 11);
     openForm();
-    const ui::DownloadRecord &entry = form->DownloadEntry;
+    const app::DownloadRecord &entry = form->DownloadEntry;
     for (const auto &[address, name] : addresses) {
         setTasks(u"Download_adres = '  %1  '"_s.arg(address));
         form->ZoekVolgende();

@@ -1,10 +1,9 @@
 #include "app/Module1.h"
+#include "app/Version.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 
 #include <QDir>
-
-#include <cstdio>
 
 namespace app {
 
@@ -28,10 +27,36 @@ static QString timeStamp(std::chrono::local_seconds moment)
         static_cast<int>(time.seconds().count()));
 }
 
+static QString onOneLine(QString message)
+{
+    for (QChar &character : message)
+        if (character.category() == QChar::Other_Control)
+            character = u' ';
+    return message;
+}
+
 void WriteLog(const QString &message)
 {
-    const QString line = timeStamp(platform::host().now()) + u" - "_s + message + u"\r\n"_s;
+    const QString line =
+        timeStamp(platform::host().now()) + u" - "_s + onOneLine(message) + u"\r\n"_s;
     platform::appendToFile(logFilePath(), line.toLocal8Bit());
+}
+
+QString programTitle()
+{
+    return u"Ostravelin"_s;
+}
+
+QString versionText()
+{
+    return u"%1.%2.%3"_s.arg(programVersion.major)
+        .arg(programVersion.minor)
+        .arg(programVersion.revision);
+}
+
+QString WindowTitle()
+{
+    return programTitle() + u' ' + versionText();
 }
 
 } // namespace app

@@ -6,7 +6,8 @@
 
 #include <chrono>
 
-namespace ui {
+// What is to be downloaded next, and the rules by which its address and names are made.
+namespace app {
 
 /// The one pending download.
 struct DownloadRecord
@@ -24,4 +25,12 @@ struct DownloadRecord
     void takeTask(const QString &name, const QString &address, const QString &fileName);
 };
 
-} // namespace ui
+/// Which of a task's texts holds a line break or another control character, which no name of a file
+/// and no address has: "The address", "The file name", or "" when both can be used.
+QString unusableText(const QString &address, const QString &fileName);
+
+/// The address with ":80" before its path, that is before the first "/" from the 8th character
+/// on, whatever stands there already. Raises InvalidProcedureCall when there is no such "/".
+QString AddPortToUrl(const QString &address);
+
+} // namespace app

@@ -1,4 +1,4 @@
-#include "ui/main/ElidedLabel.h"
+#include "ui/main/Widgets.h"
 
 #include "tests/support/Test.h"
 

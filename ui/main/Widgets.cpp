@@ -1,13 +1,23 @@
-#include "ui/main/ElidedLabel.h"
+#include "ui/main/Widgets.h"
 
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QToolTip>
+#include <QWindow>
 
 namespace ui {
 
 using namespace Qt::StringLiterals;
+
+void paintNow(QWidget *widget, const QRegion &part)
+{
+    const QWindow *window = widget->window()->windowHandle();
+    if (window && window->isExposed())
+        widget->repaint(part);
+    else
+        widget->update(part);
+}
 
 ElidedLabel::ElidedLabel()
 {
