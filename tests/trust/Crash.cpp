@@ -15,6 +15,7 @@
 // Kills the program at random moments of its work and looks at what is left.
 // usage: trust_crash [KILLS-PER-OPERATION [SEED]]
 //        trust_crash --victim OPERATION FOLDER FIRST COUNT    (what is killed: the real windows)
+// where the operation is save, options, fetch or, to show what is saved, tasks
 
 namespace {
 
@@ -33,7 +34,7 @@ QString addressAfter(int save)
     return Station::url(u"/%1/latest.mp2"_s.arg(save));
 }
 
-// What the statement in killAndRestart() is to give: seven slots, all at one hour.
+// What readTasks() is to give: seven slots, all at one hour.
 QString rowAfter(int save)
 {
     return u"%1|%2|%3|7|7|%4|%4"_s.arg(nameAfter(save), addressAfter(save))
@@ -120,6 +121,29 @@ void fetch(VictimHost &host, int count)
     QApplication::exec();
 }
 
+// The first column.
+QStringList readDatabase(const QString &statement)
+{
+    QStringList texts;
+    store::Recordset rows(store::dbConnection);
+    for (rows.setSource(statement), rows.open(); !rows.atEnd(); rows.moveNext())
+        texts << rows.value(0).toText();
+    rows.close();
+    return texts;
+}
+
+// Each whole task, and whether the file is in order.
+QStringList readTasks()
+{
+    return readDatabase(
+               u"SELECT Taak.Opdrachtnaam || '|' || Download_adres || '|' || Minuten || '|' || "
+               "count(*) || '|' || count(DISTINCT Dagen) || '|' || min(Uren) || '|' || max(Uren) "
+               "FROM Opdrachtgegevens Taak LEFT JOIN Tijden ON Tijden.Opdrachtnaam = "
+               "Taak.Opdrachtnaam WHERE Aktief = 1 AND Filenaam = 'news.spc' "
+               "GROUP BY Taak.rowid"_s) +
+           readDatabase(u"PRAGMA integrity_check"_s);
+}
+
 // Tells that it is ready, then each finished operation.
 int runVictim(const QString &operation, const QString &folder, int first, int count)
 {
@@ -133,6 +157,8 @@ int runVictim(const QString &operation, const QString &folder, int first, int co
         tell();
         if (operation == u"fetch")
             return fetch(host, count);
+        if (operation == u"tasks")
+            return void(std::puts(qUtf8Printable(readTasks().join(u'\n'))));
         for (int number = first; number < first + count; ++number, tell())
             operation == u"save" ? saveTask(number) : saveOptions();
     });
@@ -218,9 +244,11 @@ struct Trial
     {
         constexpr int first = 3 * keptTasks;
         constexpr int another = mostSaves - 3;
+        store::OpenDatabase(folder.filePath(u"program"_s));
         readDatabase(u"DELETE FROM Opdrachtgegevens WHERE Minuten >= %1"_s.arg(keptTasks));
         readDatabase(u"DELETE FROM Tijden WHERE Opdrachtnaam NOT IN "
                      "(SELECT Opdrachtnaam FROM Opdrachtgegevens)"_s);
+        store::dbConnection.close();
         const QStringList stoodBefore = standing();
         const size_t requests = station.requests().size();
         const int finished = runVictim(victim, first, another - first, true);
@@ -236,27 +264,12 @@ struct Trial
         } else {
             checkFiles(requests - 1 + static_cast<size_t>(finished), 2);
         }
-        check(readDatabase(u"PRAGMA integrity_check"_s) == QStringList{u"ok"_s}, "the database");
-        const QStringList found = readDatabase(
-            u"SELECT Taak.Opdrachtnaam || '|' || Download_adres || '|' || Minuten || '|' || "
-            "count(*) || '|' || count(DISTINCT Dagen) || '|' || min(Uren) || '|' || max(Uren) "
-            "FROM Opdrachtgegevens Taak LEFT JOIN Tijden ON Tijden.Opdrachtnaam = "
-            "Taak.Opdrachtnaam WHERE Aktief = 1 AND Filenaam = 'news.spc' GROUP BY Taak.rowid"_s);
-        check(found == before || found == after, "the tasks are neither those before nor after");
-        fetchOneMore();
-    }
-
-    // The statement's first column.
-    QStringList readDatabase(const QString &statement)
-    {
-        QStringList texts;
         store::OpenDatabase(folder.filePath(u"program"_s));
-        store::Recordset rows(store::dbConnection);
-        for (rows.setSource(statement), rows.open(); !rows.atEnd(); rows.moveNext())
-            texts << rows.value(0).toText();
-        rows.close();
+        const QStringList found = readTasks();
         store::dbConnection.close();
-        return texts;
+        check(found == before << u"ok"_s || found == after << u"ok"_s,
+              "the tasks are neither those before nor after");
+        fetchOneMore();
     }
 
     void fetchOneMore()
