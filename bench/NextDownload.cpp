@@ -1,7 +1,6 @@
 #include "bench/Measure.h"
 #include "bench/Schedule.h"
 #include "platform/NativeHost.h"
-#include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/MainForm.h"
 
@@ -21,7 +20,7 @@ static constexpr int rounds = 101;
 
 static int stepThroughEngine()
 {
-    store::Statement statement = store::dbConnection.prepare(store::scheduleStatement());
+    store::PreparedStatement statement = store::dbConnection.prepare(store::scheduleStatement());
     int rows = 0;
     while (sqlite3_step(statement.handle()) == SQLITE_ROW)
         ++rows;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "store/TaskStore.h"
-#include "store/Transaction.h"
 
 #include <QDir>
 #include <QFile>

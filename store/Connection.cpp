@@ -2,14 +2,12 @@
 
 #include "platform/RuntimeError.h"
 #include "store/Collation.h"
-#include "store/ConnectionString.h"
-#include "store/DatabaseFile.h"
 
 #include <sqlite3.h>
-#include <utility>
 
 namespace store {
 
+using namespace Qt::StringLiterals;
 using platform::ErrorNumber;
 using platform::RuntimeError;
 
@@ -20,21 +18,6 @@ static int compareForEngine(void *, int firstSize, const void *first, int second
                         {static_cast<const char *>(second), static_cast<std::size_t>(secondSize)});
 }
 
-static void countRollback(void *counter)
-{
-    ++*static_cast<qint64 *>(counter);
-}
-
-static void readFirstPage(sqlite3 *database, const QString &path)
-{
-    const int result =
-        sqlite3_exec(database, "SELECT count(*) FROM sqlite_master;", nullptr, nullptr, nullptr);
-    if (result == SQLITE_NOTADB || result == SQLITE_CORRUPT)
-        raiseUndecipherable(path);
-    if (result != SQLITE_OK)
-        raiseEngineError(database);
-}
-
 // The file names the engine's own collation, so that any tool can read it. On this connection its
 // place is taken by one that knows every letter.
 static void compareEveryLetter(sqlite3 *database)
@@ -43,19 +26,18 @@ static void compareEveryLetter(sqlite3 *database)
                                 nullptr);
 }
 
-void Connection::open(const QString &connectionString)
+static void countRollback(void *counter)
+{
+    ++*static_cast<qint64 *>(counter);
+}
+
+void Connection::open(const DatabaseFile &file, OpenMode mode)
 {
     if (isOpen())
         throw RuntimeError(ErrorNumber::ObjectOpen);
-    const DatabaseAddress address = parsedConnectionString(connectionString);
-    requireDatabaseFile(address.path);
-
-    DatabaseHandle database = openDatabaseFile(address.path, address.password, OpenMode::Existing);
-    sqlite3_busy_timeout(database.get(), static_cast<int>(m_busyTimeout.count()));
-    readFirstPage(database.get(), address.path);
-    compareEveryLetter(database.get());
-    sqlite3_rollback_hook(database.get(), countRollback, &m_rollbacks);
-    m_database = std::move(database);
+    m_database = openDatabaseFile(file, mode);
+    compareEveryLetter(handle());
+    sqlite3_rollback_hook(handle(), countRollback, &m_rollbacks);
 }
 
 void Connection::close()
@@ -63,23 +45,16 @@ void Connection::close()
     m_database.reset();
 }
 
-void Connection::setBusyTimeout(std::chrono::milliseconds timeout)
-{
-    m_busyTimeout = timeout;
-    if (isOpen())
-        sqlite3_busy_timeout(handle(), static_cast<int>(timeout.count()));
-}
-
 qint64 Connection::execute(const QString &statement)
 {
     const int before = sqlite3_total_changes(handle());
-    Statement prepared = prepare(statement);
+    PreparedStatement prepared = prepare(statement);
     while (prepared.step()) {
     }
     return sqlite3_total_changes(handle()) - before;
 }
 
-Statement Connection::prepare(const QString &statement) const
+PreparedStatement Connection::prepare(const QString &statement) const
 {
     return {handle(), statement};
 }
@@ -94,6 +69,24 @@ sqlite3 *Connection::handle() const
     if (!m_database)
         throw RuntimeError(ErrorNumber::ObjectClosed);
     return m_database.get();
+}
+
+Transaction::Transaction(Connection &connection)
+    : m_connection(connection)
+{
+    m_connection.execute(u"BEGIN IMMEDIATE"_s);
+}
+
+// The engine has ended the transaction itself after a commit and after some failures (a full disk).
+Transaction::~Transaction()
+{
+    if (m_connection.isOpen() && sqlite3_get_autocommit(m_connection.handle()) == 0)
+        sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void Transaction::commit()
+{
+    m_connection.execute(u"COMMIT"_s);
 }
 
 } // namespace store

@@ -1,35 +1,28 @@
 #pragma once
 
-#include "store/Engine.h"
-#include "store/Statement.h"
-
-#include <chrono>
+#include "store/DatabaseFile.h"
+#include "store/PreparedStatement.h"
 
 namespace store {
 
 /// The connection to a password-protected database file, for one thread. Texts compare without
-/// regard to the case of any letter. A database that another process has locked is waited for.
+/// regard to the case of any letter. A database that another process has locked is waited for, 5 s
+/// at most.
 class Connection
 {
 public:
     Connection() = default;
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
+    Q_DISABLE_COPY_MOVE(Connection)
 
-    /// Opens the file that the connection string names, see parsedConnectionString(). Never makes
-    /// one. Raises ObjectOpen, what requireDatabaseFile() and raiseUndecipherable() tell, or the
-    /// engine's error; the connection is then closed.
-    void open(const QString &connectionString);
+    /// Raises ObjectOpen, or what openDatabaseFile() raises; the connection is then as it was.
+    void open(const DatabaseFile &file, OpenMode mode = OpenMode::ReadWrite);
     void close();
     bool isOpen() const { return m_database != nullptr; }
-
-    /// How long to wait for a locked database before its error is raised; 5 s unless set.
-    void setBusyTimeout(std::chrono::milliseconds timeout);
 
     /// Runs a statement to its end. Returns how many rows it added, changed or deleted.
     qint64 execute(const QString &statement);
 
-    Statement prepare(const QString &statement) const;
+    PreparedStatement prepare(const QString &statement) const;
 
     /// A number that has changed when this connection has added, changed or deleted rows, or
     /// undone that, since it was asked for before.
@@ -40,8 +33,22 @@ public:
 
 private:
     DatabaseHandle m_database;
-    std::chrono::milliseconds m_busyTimeout = std::chrono::seconds(5);
     qint64 m_rollbacks = 0;
+};
+
+/// Changes that take effect together at commit(), or not at all. Begins at once as the database's
+/// only writer; what is not committed is undone at the end of the object's life.
+class Transaction
+{
+public:
+    explicit Transaction(Connection &connection);
+    Q_DISABLE_COPY_MOVE(Transaction)
+    ~Transaction();
+
+    void commit();
+
+private:
+    Connection &m_connection;
 };
 
 } // namespace store

@@ -2,8 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "store/Collation.h"
-#include "store/Criterion.h"
-#include "store/RowSource.h"
+#include "store/SourceText.h"
 
 #include <sqlite3.h>
 
@@ -20,7 +19,7 @@ static QString tableOf(sqlite3_stmt *statement)
 // The value of a Boolean field.
 static Value withTruth(const Value &value)
 {
-    return value.isEmpty() ? value : value.toBoolean();
+    return value.isEmpty() ? value : Value(value.toBool());
 }
 
 Recordset::Recordset(const Connection &connection)
@@ -39,7 +38,7 @@ void Recordset::open()
     if (m_isOpen)
         throw RuntimeError(ErrorNumber::ObjectOpen);
     const RowSource source = rowSource(m_source);
-    Statement statement = m_connection.prepare(source.statement);
+    PreparedStatement statement = m_connection.prepare(source.statement);
     const int columns = sqlite3_column_count(statement.handle());
     m_fields = Fields(statement.handle(), source.isKeyed ? columns - 1 : columns);
     forgetRows();
@@ -190,7 +189,7 @@ void Recordset::update()
 
 void Recordset::storeNewRow()
 {
-    Statement &reader = table().reader(table().add(m_assigned));
+    PreparedStatement &reader = table().reader(table().add(m_assigned));
     reader.step();
     append(reader.handle());
     reader.reset();
@@ -231,7 +230,7 @@ void Recordset::visit(int index)
 
 void Recordset::rereadCurrent()
 {
-    Statement &reader = m_table->reader(currentKey().row);
+    PreparedStatement &reader = m_table->reader(currentKey().row);
     if (reader.step())
         m_rows.replace(m_current, reader.handle());
     else

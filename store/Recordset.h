@@ -105,4 +105,29 @@ private:
     bool m_isAdding = false;
 };
 
+/// Keeps a recordset open for the object's own life, however that ends.
+class OpenRecordset
+{
+public:
+    /// Opens the rows of a source. Raises what setSource() and open() raise.
+    OpenRecordset(Recordset &rows, const QString &source)
+        : m_rows(rows)
+    {
+        rows.setSource(source);
+        rows.open();
+    }
+    Q_DISABLE_COPY_MOVE(OpenRecordset)
+    ~OpenRecordset()
+    {
+        if (m_rows.isOpen()) // a failed requery() has closed it
+            m_rows.close();
+    }
+
+    Recordset *operator->() const { return &m_rows; }
+    Recordset &operator*() const { return m_rows; }
+
+private:
+    Recordset &m_rows;
+};
+
 } // namespace store

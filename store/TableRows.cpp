@@ -24,7 +24,7 @@ static QStringList quotedNames(const QStringList &names)
 }
 
 // Returns the number of rows that were written.
-static int run(Statement statement, const std::vector<Value> &parameters)
+static int run(PreparedStatement statement, const std::vector<Value> &parameters)
 {
     for (std::size_t index = 0; index < parameters.size(); ++index)
         statement.bind(static_cast<int>(index) + 1, parameters[index]);
@@ -39,7 +39,7 @@ TableRows::TableRows(const Connection &connection, const QString &table, const Q
     , m_reader(connection.prepare(u"SELECT *, rowid FROM %1 WHERE rowid = ?"_s.arg(m_table)))
 {}
 
-Statement &TableRows::reader(qint64 row)
+PreparedStatement &TableRows::reader(qint64 row)
 {
     m_reader.reset();
     m_reader.bind(1, row);

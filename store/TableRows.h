@@ -21,7 +21,7 @@ public:
 
     /// A statement whose first step, if it gives a row, gives the columns of the row and then its
     /// number. To be reset after that; it is one and the same for each call.
-    Statement &reader(qint64 row);
+    PreparedStatement &reader(qint64 row);
 
     /// Adds a row, in which columns without a value get their default. Returns its number.
     qint64 add(const ChangedValues &values);
@@ -37,7 +37,7 @@ private:
     const Connection &m_connection;
     QString m_table;
     QStringList m_columns;
-    Statement m_reader;
+    PreparedStatement m_reader;
 };
 
 } // namespace store

@@ -7,7 +7,6 @@
 namespace store {
 
 using namespace Qt::StringLiterals;
-using platform::Boolean;
 using platform::ErrorNumber;
 using platform::RuntimeError;
 
@@ -18,7 +17,7 @@ struct ToDouble
     double operator()(std::monostate) const { throw RuntimeError(ErrorNumber::InvalidUseOfNull); }
     double operator()(std::int64_t number) const { return static_cast<double>(number); }
     double operator()(double number) const { return number; }
-    double operator()(Boolean truth) const { return static_cast<double>(truth); }
+    double operator()(bool truth) const { return truth ? -1 : 0; }
 
     double operator()(const QString &text) const
     {
@@ -41,10 +40,7 @@ struct ToText
         return QString::number(number, 'g', QLocale::FloatingPointShortest);
     }
 
-    QString operator()(Boolean truth) const
-    {
-        return truth == Boolean::True ? u"True"_s : u"False"_s;
-    }
+    QString operator()(bool truth) const { return truth ? u"True"_s : u"False"_s; }
 };
 
 } // namespace
@@ -66,9 +62,9 @@ QString Value::toText() const
     return visit(ToText());
 }
 
-Boolean Value::toBoolean() const
+bool Value::toBool() const
 {
-    return platform::toBoolean(toDouble() != 0);
+    return toDouble() != 0;
 }
 
 } // namespace store

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/Boolean.h"
-
 #include <QString>
 
 #include <concepts>
@@ -18,7 +16,8 @@ class Value
 public:
     /// An empty value.
     Value() = default;
-    Value(std::integral auto number)
+    template <std::integral Number>
+    requires(!std::same_as<Number, bool>) Value(Number number)
         : m_value(std::int64_t{number})
     {}
     Value(double number)
@@ -27,10 +26,9 @@ public:
     Value(const QString &text)
         : m_value(text)
     {}
-    Value(platform::Boolean truth)
+    Value(std::same_as<bool> auto truth)
         : m_value(truth)
     {}
-    Value(bool) = delete; // the store's truth is platform::Boolean
 
     bool isEmpty() const { return std::holds_alternative<std::monostate>(m_value); }
 
@@ -45,7 +43,7 @@ public:
     QString toText() const;
 
     /// Any number other than 0 is true.
-    platform::Boolean toBoolean() const;
+    bool toBool() const;
 
     bool operator==(const Value &) const = default;
 
@@ -57,7 +55,7 @@ public:
     }
 
 private:
-    std::variant<std::monostate, std::int64_t, double, QString, platform::Boolean> m_value;
+    std::variant<std::monostate, std::int64_t, double, QString, bool> m_value;
 };
 
 } // namespace store

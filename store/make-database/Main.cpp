@@ -1,7 +1,6 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "store/ConnectionString.h"
-#include "store/Engine.h"
+#include "store/DatabaseFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -30,7 +29,7 @@ static void makeDatabase(const QString &schema, const QString &target)
     QFile::remove(unfinished);
     {
         const auto database = store::openDatabaseFile(
-            unfinished, store::taskDatabasePassword.toString(), store::OpenMode::Create);
+            {unfinished, store::taskDatabasePassword.toString()}, store::OpenMode::Create);
         store::runScript(database.get(), u"BEGIN;"_s + script + u"COMMIT;"_s);
     }
     platform::moveFile(unfinished, target);

@@ -9,7 +9,7 @@ using store::Value;
 static void convert(const Value &value)
 {
     fuzz::allowingErrors([&] { value.toText(); });
-    fuzz::allowingErrors([&] { value.toBoolean(); });
+    fuzz::allowingErrors([&] { value.toBool(); });
     fuzz::allowingErrors(
         [&] { fuzz::require(std::abs(value.toDouble() - value.toInteger()) <= 0.5); });
 }

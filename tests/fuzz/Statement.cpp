@@ -1,9 +1,5 @@
-#include "store/Statement.h"
-
-#include "store/Criterion.h"
-#include "store/Engine.h"
-#include "store/Statements.h"
-#include "store/Tokens.h"
+#include "store/SourceText.h"
+#include "store/TaskStore.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <sqlite3.h>
@@ -20,23 +16,12 @@ static sqlite3 *database()
     return handle.get();
 }
 
-// The pieces stand in the statement in their order and do not overlap.
-static void requireOrder(QStringView statement)
-{
-    auto place = statement.begin();
-    for (const store::Token &token : store::tokens(statement)) {
-        fuzz::require(!token.text.isEmpty() && token.text.begin() >= place);
-        place = token.text.end();
-    }
-    fuzz::require(place <= statement.end());
-}
-
 // A name that was put between quotes reaches the engine, and a search, as it is.
 static void requireName(const QString &name)
 {
     const QString quoted = u'\'' + store::withDoubledQuotes(name) + u'\'';
     fuzz::require(store::parsedCriterion(u"Opdrachtnaam = "_s + quoted).text == name);
-    store::Statement statement(database(), u"SELECT "_s + quoted);
+    store::PreparedStatement statement(database(), u"SELECT "_s + quoted);
     fuzz::require(statement.step());
     const auto *read = reinterpret_cast<const char *>(sqlite3_column_text(statement.handle(), 0));
     fuzz::require(QString::fromUtf8(read) == name);
@@ -45,8 +30,10 @@ static void requireName(const QString &name)
 void fuzz::meet(const QByteArray &input)
 {
     const QString text = QString::fromUtf8(input);
-    requireOrder(text);
-    allowingErrors([&] { store::Statement(database(), text); });
+    require(text.contains(u"true"_s, Qt::CaseInsensitive) ||
+            store::withTruthAsNumber(text) == text);
+    store::rowSource(text);
+    allowingErrors([&] { store::PreparedStatement(database(), text); });
     allowingErrors([&] { store::parsedCriterion(text); });
     if (!text.contains(QChar::Null))
         requireName(text);

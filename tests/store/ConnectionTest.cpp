@@ -1,57 +1,8 @@
-#include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
 
 #include <thread>
 
 using Connection = StoreTest;
-
-TEST_F(Connection, FilesThatAreNoDatabaseAreToldFromThoseThatCannotBeDecrypted)
-{
-    connection.close();
-    const QByteArray good = fileBytes(databasePath());
-    QByteArray damaged = good;
-    damaged[500] = static_cast<char>(good[500] + 1);
-    QFile::remove(databasePath());
-    ASSERT_EQ(withEngineAlone("CREATE TABLE Tijden (Dagen)"), SQLITE_OK);
-    const std::tuple<const char *, QByteArray, ErrorNumber> cases[] = {
-        {"empty", {}, NotADatabase},
-        {"short text", "[Bestandsmappen]\r\n", NotADatabase},
-        {"text of whole pages", QByteArray("Opdracht").repeated(512), NotADatabase},
-        {"not encrypted", fileBytes(databasePath()), NotADatabase},
-        {"cut inside a page", good.chopped(100), NotADatabase},
-        {"cut behind a page", good.first(2048), WrongDatabasePassword},
-        {"damaged", damaged, WrongDatabasePassword},
-    };
-    for (const auto &[name, content, error] : cases) {
-        SCOPED_TRACE(name);
-        makeFile(databasePath(), content);
-        EXPECT_EQ(errorOf([&] { connect(); }), error);
-        EXPECT_FALSE(connection.isOpen());
-        EXPECT_EQ(fileBytes(databasePath()), content);
-    }
-}
-
-TEST_F(Connection, RefusesAnotherPasswordAndMissingFilesWhichItDoesNotMake)
-{
-    EXPECT_EQ(errorOf([&] { connect(); }), ObjectOpen);
-    connection.close();
-    EXPECT_EQ(errorOf([&] { slotRows(); }), ObjectClosed);
-    const QString source = u"Data Source="_s;
-    const QString password = databasePath() + u";Jet OLEDB:Database Password="_s;
-    const QString missing = programFolder() + u"/missing/a.mdb"_s;
-    const std::pair<QString, ErrorNumber> cases[] = {
-        {password + u"kelp@vastrumborem"_s, WrongDatabasePassword},
-        {password, WrongDatabasePassword},
-        {u":memory:"_s, DatabaseFileNotFound},
-        {missing, DatabaseFileNotFound},
-        {programFolder(), NotADatabase},
-    };
-    for (const auto &[text, error] : cases)
-        EXPECT_EQ(errorOf([&, &rest = text] { connection.open(source + rest); }), error);
-    EXPECT_EQ(messageOf([&] { connection.open(source + missing); }),
-              u"The database file was not found: "_s + missing);
-    EXPECT_FALSE(QFile::exists(programFolder() + u"/missing"_s));
-}
 
 TEST_F(Connection, TruthIsANumberOutsideQuotesNamesAndComments)
 {
@@ -101,7 +52,7 @@ TEST_F(Connection, ExecuteRunsOneStatement)
 TEST_F(Connection, AnotherWriterIsWaitedForUnlessItStays)
 {
     store::Connection other;
-    other.open(store::connectionString(programFolder()));
+    other.open(store::taskDatabase(programFolder()));
     {
         store::Transaction lock(other);
         other.execute(u"INSERT INTO Tijden VALUES ('theirs', 1, 1)"_s);
@@ -115,7 +66,7 @@ TEST_F(Connection, AnotherWriterIsWaitedForUnlessItStays)
     EXPECT_EQ(slotRows(), both);
 
     const store::Transaction lock(other);
-    connection.setBusyTimeout(1ms);
+    sqlite3_busy_timeout(connection.handle(), 1);
     EXPECT_EQ(slotRows(), both);
     EXPECT_EQ(errorOf([&] { addSlot(u"a"_s, 1, 1); }), DatabaseEngine);
     EXPECT_EQ(errorOf([&] { store::Transaction(connection).commit(); }), DatabaseEngine);

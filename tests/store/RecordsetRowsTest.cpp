@@ -1,4 +1,3 @@
-#include "store/Transaction.h"
 #include "tests/store/StoreTest.h"
 
 using store::Value;
@@ -65,7 +64,7 @@ TEST_F(RecordsetRows, StoreAnyTruthAsTheOneThatTheTableTakes)
     rows.setValue(u"Aktief", -1);
     EXPECT_EQ(errorOf([&] { rows.setValue(u"Aktief", u"ja"_s); }), TypeMismatch);
     rows.update();
-    EXPECT_EQ(rows.value(u"Aktief"), Value(Boolean::True));
+    EXPECT_EQ(rows.value(u"Aktief"), Value(true));
 }
 
 TEST_F(RecordsetRows, DropWhatIsNotStored)
@@ -126,7 +125,7 @@ TEST_F(RecordsetRows, ShowChangesOfTheConnectionWhenVisitedAgain)
 TEST_F(RecordsetRows, AreNotWrittenOverChangesOfOthers)
 {
     store::Connection other;
-    other.open(store::connectionString(programFolder()));
+    other.open(store::taskDatabase(programFolder()));
     other.execute(u"UPDATE Tijden SET Opdrachtnaam = 'SLOT' WHERE Dagen = 1"_s);
     other.execute(u"UPDATE Tijden SET Uren = NULL WHERE Dagen = 2"_s);
     other.execute(u"DELETE FROM Tijden WHERE Dagen = 3"_s);

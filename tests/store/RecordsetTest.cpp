@@ -52,7 +52,7 @@ TEST_F(Recordset, KeepsEachKindOfValue)
     connection.execute(u"INSERT INTO Opdrachtgegevens VALUES (NULL, '2', NULL, 15.0, 0)"_s);
     open(u"Opdrachtgegevens"_s);
     EXPECT_EQ(row(), name + u'|' + address + u"||7.5|True"_s);
-    EXPECT_EQ(rows.value(4), Value(Boolean::True));
+    EXPECT_EQ(rows.value(4), Value(true));
     rows.moveNext();
     EXPECT_EQ(row(), u"-|2|-|15|False"_s);
     EXPECT_EQ(rows.value(0), Value());

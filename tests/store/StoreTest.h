@@ -1,8 +1,6 @@
 #pragma once
 
-#include "store/ConnectionString.h"
-#include "store/Recordset.h"
-#include "store/Statements.h"
+#include "store/TaskStore.h"
 #include "tests/support/Test.h"
 
 #include <sqlite3.h>
@@ -33,7 +31,7 @@ protected:
     QString programFolder() const { return folder.path(); }
     QString databasePath() const { return programFolder() + u"/database/ostravelin.mdb"_s; }
 
-    void connect() { connection.open(store::connectionString(programFolder())); }
+    void connect() { connection.open(store::taskDatabase(programFolder())); }
 
     /// What the engine says, without this program's means, to statements on the database file.
     int withEngineAlone(const QByteArray &statements) const
@@ -76,15 +74,16 @@ protected:
     }
     QString row() const { return rowOf(rows); }
 
-    QStringList rowsOf(const QString &source) const
+    static QStringList rowsOf(const QString &source, const store::Connection &from)
     {
-        store::Recordset records(connection);
+        store::Recordset records(from);
         records.setSource(source);
         QStringList found;
         for (records.open(); !records.atEnd(); records.moveNext())
             found += rowOf(records);
         return found;
     }
+    QStringList rowsOf(const QString &source) const { return rowsOf(source, connection); }
     QStringList slotRows() const { return rowsOf(u"Tijden"_s); }
 
     QTemporaryDir folder;

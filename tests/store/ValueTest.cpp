@@ -29,16 +29,15 @@ TEST(Value, ConvertsOrRaises)
         {u""_s, u"Type mismatch|Type mismatch||Type mismatch"_s},
         {u"12 uur"_s, u"Type mismatch|Type mismatch|12 uur|Type mismatch"_s},
         {u"inf"_s, u"Type mismatch|Type mismatch|inf|Type mismatch"_s},
-        {Boolean::True, u"-1|-1|True|True"_s},
-        {Boolean::False, u"0|0|False|False"_s},
+        {true, u"-1|-1|True|True"_s},
+        {false, u"0|0|False|False"_s},
     };
     for (const auto &[value, expected] : cases) {
         const QStringList given = {
             outcome([&v = value] { return QString::number(v.toInteger()); }),
             outcome([&v = value] { return QString::number(v.toDouble(), 'g', 10); }),
             outcome([&v = value] { return v.toText(); }),
-            outcome(
-                [&v = value] { return v.toBoolean() == Boolean::True ? u"True"_s : u"False"_s; }),
+            outcome([&v = value] { return v.toBool() ? u"True"_s : u"False"_s; }),
         };
         EXPECT_EQ(given.join(u'|'), expected);
     }

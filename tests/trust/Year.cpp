@@ -1,4 +1,4 @@
-#include "store/Transaction.h"
+#include "store/TaskStore.h"
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QNetworkProxy>

@@ -3,8 +3,6 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Host.h"
-#include "store/OpenRecordset.h"
-#include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/MainForm.h"
 #include "ui/main/Widgets.h"
@@ -79,7 +77,8 @@ void frmForceDownload::ComboOpdracht_Click()
 // scheduled one is pending, whose place it takes.
 void frmForceDownload::CmdForceDownload_Click()
 {
-    const OpenRecordset task(*rsOpdrachten, store::taskStatement(ComboOpdracht->currentText()));
+    const OpenRecordset task(*rsOpdrachten,
+                             store::chosenTaskStatement(ComboOpdracht->currentText()));
     m_pending.takeTask(task->value(u"Opdrachtnaam"_s).toText(),
                        task->value(u"Download_adres"_s).toText(),
                        task->value(u"Filenaam"_s).toText());

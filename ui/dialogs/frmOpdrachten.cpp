@@ -3,7 +3,6 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Host.h"
-#include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/TaskGrid.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "store/OpenRecordset.h"
+#include "platform/Boolean.h"
+#include "store/Recordset.h"
 
 #include <QDialog>
 

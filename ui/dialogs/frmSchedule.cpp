@@ -3,10 +3,7 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Host.h"
-#include "store/OpenRecordset.h"
-#include "store/Statements.h"
 #include "store/TaskStore.h"
-#include "store/Transaction.h"
 #include "ui/dialogs/LineField.h"
 #include "ui/dialogs/MinuteCombo.h"
 #include "ui/dialogs/ScrollPane.h"
@@ -155,7 +152,7 @@ void frmSchedule::showTask()
     show(txtOpdrachtnaam, u"Opdrachtnaam");
     show(txtDownload_adres, u"Download_adres");
     show(txtFilenaam, u"Filenaam");
-    CheckAktief->setChecked(rsSchedule.value(u"Aktief").toBoolean() == Boolean::True);
+    CheckAktief->setChecked(rsSchedule.value(u"Aktief").toBool());
     ComboMinuten->setText(QString::number(rsSchedule.value(u"minuten").toInteger()));
 }
 
@@ -230,8 +227,9 @@ bool frmSchedule::save()
 bool frmSchedule::writeTask()
 {
     const QString name = txtOpdrachtnaam->text();
-    const OpenRecordset row(rsSchedule,
-                            store::taskStatement(isNewTask() ? name : store::sOpdrachtnaam));
+    const OpenRecordset row(rsSchedule, isNewTask()
+                                            ? store::newTaskStatement(name)
+                                            : store::editedTaskStatement(store::sOpdrachtnaam));
     if (isNewTask()) {
         if (row->recordCount() >= 1)
             return false;
@@ -240,7 +238,7 @@ bool frmSchedule::writeTask()
     row->setValue(u"Opdrachtnaam", name);
     row->setValue(u"Download_adres", txtDownload_adres->text());
     row->setValue(u"Filenaam", txtFilenaam->text());
-    row->setValue(u"Aktief", platform::toBoolean(CheckAktief->isChecked()));
+    row->setValue(u"Aktief", CheckAktief->isChecked());
     row->setValue(u"minuten", ComboMinuten->text().toDouble());
     row->update();
     return true;

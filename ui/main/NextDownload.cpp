@@ -2,8 +2,6 @@
 #include "app/NextSlot.h"
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
-#include "store/OpenRecordset.h"
-#include "store/Statements.h"
 #include "store/TaskStore.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"

@@ -18,13 +18,17 @@ TEST_F(Permissions, FilesThatMustNotBeWrittenCanBeReadAndOthersAreDenied)
 {
     connection.close();
     chmod(QFile::encodeName(programFolder()).constData(), 0755);
+    chmod(QFile::encodeName(folder.filePath(u"database"_s)).constData(), 0555);
     QFile::setPermissions(databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
     asOrdinaryUser([&] {
-        connect();
-        EXPECT_EQ(slotRows(), QStringList());
-        EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
-        connection.close();
+        for (const auto mode : {store::OpenMode::ReadWrite, store::OpenMode::ReadOnly}) {
+            connection.open(store::taskDatabase(programFolder()), mode);
+            EXPECT_EQ(slotRows(), QStringList());
+            EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
+            connection.close();
+        }
     });
     QFile::setPermissions(databasePath(), {});
     asOrdinaryUser([&] { EXPECT_EQ(errorOf([&] { connect(); }), PermissionDenied); });
+    chmod(QFile::encodeName(folder.filePath(u"database"_s)).constData(), 0755);
 }

@@ -11,11 +11,11 @@ namespace store {
 
 /// One prepared statement. The literal True, in any case, stands for the stored truth, 1. Every
 /// failure raises the engine's error.
-class Statement
+class PreparedStatement
 {
 public:
     /// Raises as well when the text holds no statement or more than one.
-    Statement(sqlite3 *database, const QString &text);
+    PreparedStatement(sqlite3 *database, const QString &text);
 
     /// Gives the parameter, counted from 1, its value. Booleans are stored as 1 and 0.
     void bind(int parameter, const Value &value);

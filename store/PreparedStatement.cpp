@@ -1,10 +1,9 @@
-#include "store/Statement.h"
+#include "store/PreparedStatement.h"
 
 #include "platform/RuntimeError.h"
-#include "store/Engine.h"
-#include "store/Tokens.h"
+#include "store/DatabaseFile.h"
+#include "store/SourceText.h"
 
-#include <algorithm>
 #include <sqlite3.h>
 
 namespace store {
@@ -13,25 +12,12 @@ using namespace Qt::StringLiterals;
 using platform::ErrorNumber;
 using platform::RuntimeError;
 
-// Older engines know no word for truth.
-static QString withTruthAsNumber(const QString &statement)
-{
-    QString replaced = statement;
-    const auto all = tokens(statement);
-    std::for_each(all.rbegin(), all.rend(), [&](const Token &token) {
-        if (token.isWord(u"True"))
-            replaced.replace(token.text.begin() - QStringView(statement).begin(), token.text.size(),
-                             u"1"_s);
-    });
-    return replaced;
-}
-
-void Statement::Finalizer::operator()(sqlite3_stmt *statement) const
+void PreparedStatement::Finalizer::operator()(sqlite3_stmt *statement) const
 {
     sqlite3_finalize(statement);
 }
 
-Statement::Statement(sqlite3 *database, const QString &text)
+PreparedStatement::PreparedStatement(sqlite3 *database, const QString &text)
 {
     const QByteArray utf8 = withTruthAsNumber(text).toUtf8();
     sqlite3_stmt *prepared = nullptr;
@@ -39,7 +25,7 @@ Statement::Statement(sqlite3 *database, const QString &text)
     if (sqlite3_prepare_v2(database, utf8.constData(), -1, &prepared, &rest) != SQLITE_OK)
         raiseEngineError(database);
     m_handle.reset(prepared);
-    if (!prepared || !tokens(QString::fromUtf8(rest)).empty())
+    if (!prepared || !isBlankStatement(QString::fromUtf8(rest)))
         throw RuntimeError(ErrorNumber::DatabaseEngine, u"Not exactly one statement: "_s + text);
 }
 
@@ -56,10 +42,7 @@ struct Binder
     {
         return sqlite3_bind_double(statement, parameter, number);
     }
-    int operator()(platform::Boolean truth) const
-    {
-        return sqlite3_bind_int(statement, parameter, truth == platform::Boolean::False ? 0 : 1);
-    }
+    int operator()(bool truth) const { return sqlite3_bind_int(statement, parameter, truth); }
     int operator()(const QString &text) const
     {
         const QByteArray utf8 = text.toUtf8();
@@ -73,13 +56,13 @@ struct Binder
 
 } // namespace
 
-void Statement::bind(int parameter, const Value &value)
+void PreparedStatement::bind(int parameter, const Value &value)
 {
     if (value.visit(Binder{m_handle.get(), parameter}) != SQLITE_OK)
         raiseEngineError(sqlite3_db_handle(m_handle.get()));
 }
 
-bool Statement::step()
+bool PreparedStatement::step()
 {
     switch (sqlite3_step(m_handle.get())) {
     case SQLITE_ROW:
@@ -91,7 +74,7 @@ bool Statement::step()
     }
 }
 
-void Statement::reset()
+void PreparedStatement::reset()
 {
     sqlite3_reset(m_handle.get());
 }
