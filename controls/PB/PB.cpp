@@ -1,20 +1,92 @@
 #include "controls/PB/PB.h"
 
-#include "controls/PB/Accessible.h"
 #include "controls/PB/PictureBox.h"
-#include "controls/PB/PropertyBag.h"
-#include "controls/PB/Range.h"
 #include "platform/Arithmetic.h"
 #include "platform/Text.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QResizeEvent>
+
+#include <cmath>
 
 namespace controls {
 
 using namespace Qt::StringLiterals;
 
-static constexpr Colour Blue = 0xFF0000;
+static constexpr Colour blue = 0xFF0000;
+
+// Max for a value above it, otherwise Min for one below that.
+static qint32 cutToRange(qint32 value, qint32 min, qint32 max)
+{
+    if (value > max)
+        return max;
+    if (value < min)
+        return min;
+    return value;
+}
+
+// How far the value is from Min to Max, as a whole percentage, a half rounded up: "45%".
+// Raises DivisionByZero for an empty range.
+static QString percentageText(qint32 value, qint32 min, qint32 max)
+{
+    const double percentage = platform::quotient(double(value) - min, double(max) - min) * 100;
+    // A double is good for 15 decimal digits. Rounded from these, 57 of 200 is 28.5, thus 29;
+    // the double itself is 28.499999999999996.
+    const double decimal = QString::number(percentage, 'g', 15).toDouble();
+    return QString::number(std::llround(decimal)) + u'%';
+}
+
+namespace {
+
+class AccessiblePB : public QAccessibleWidget, public QAccessibleValueInterface
+{
+public:
+    explicit AccessiblePB(PB *bar)
+        : QAccessibleWidget(bar, QAccessible::ProgressBar)
+        , m_bar(bar)
+    {}
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString given = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && given.isEmpty() ? m_bar->Caption() : given;
+    }
+
+    QVariant currentValue() const override
+    {
+        return cutToRange(m_bar->value(), m_bar->Min(), m_bar->Max());
+    }
+    void setCurrentValue(const QVariant & /*value*/) override {} // it is for reading only
+    QVariant maximumValue() const override { return m_bar->Max(); }
+    QVariant minimumValue() const override { return m_bar->Min(); }
+    QVariant minimumStepSize() const override { return 1; }
+
+private:
+    PB *m_bar;
+};
+
+} // namespace
+
+// Lets assistive technology see each PB as a progress bar with its range and the value drawn,
+// named by its accessible name or else its caption. It costs nothing until such technology asks.
+static void installAccessibility()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory([](const QString &, QObject *object) -> QAccessibleInterface * {
+            auto *bar = qobject_cast<PB *>(object);
+            return bar ? new AccessiblePB(bar) : nullptr;
+        });
+        return true;
+    }();
+    static_cast<void>(installed);
+}
 
 PB::PB(QWidget *parent)
     : QWidget(parent)
@@ -36,8 +108,8 @@ void PB::initProperties()
     m_max = 100;
     m_min = 0;
     m_picProgress->setBackColor(toColour(palette().color(QPalette::Base)));
-    m_fillColor = Blue;
-    m_captionStyle = captionStyle::PercentageOnly;
+    m_fillColor = blue;
+    m_captionStyle = captionStyle::percentageOnly;
     giveFontToConstituents();
 }
 
@@ -173,12 +245,12 @@ void PB::draw(qint32 value)
 
 QString PB::captionText(qint32 value) const
 {
-    if (m_captionStyle == captionStyle::None)
+    if (m_captionStyle == captionStyle::none)
         return {};
-    if (m_captionStyle == captionStyle::CaptionOnly)
+    if (m_captionStyle == captionStyle::captionOnly)
         return m_caption;
     QString percentage = percentageText(value, m_min, m_max);
-    if (m_captionStyle == captionStyle::PercentageOnly || m_caption.isEmpty())
+    if (m_captionStyle == captionStyle::percentageOnly || m_caption.isEmpty())
         return percentage;
     return m_caption + u' ' + percentage;
 }
@@ -186,45 +258,6 @@ QString PB::captionText(qint32 value) const
 void PB::Refresh()
 {
     m_picProgress->repaint();
-}
-
-// Deliberate: "Max" is read but not written, "Font" is written but not read, and the style of a
-// missing entry (3) is not the one that a new control has (2).
-
-void PB::readProperties(const PropertyBag &bag)
-{
-    const auto colour = [&bag](const QString &key, Colour defaultValue) {
-        return bag.readProperty(key, defaultValue).value<Colour>();
-    };
-    m_picProgress->setAppearance(platform::narrowed<qint16>(
-        bag.readProperty(u"Appearance"_s, m_picProgress->appearance()).toInt()));
-    m_picProgress->setForeColor(colour(u"ForeColor"_s, m_picProgress->foreColor()));
-    m_picProgress->setBackColor(colour(u"BackColor"_s, m_picProgress->backColor()));
-    m_fillColor = colour(u"FillColor"_s, m_fillColor);
-    setBorderStyle(bag.readProperty(u"BorderStyle"_s, 1).toInt());
-    setCaptionStyle(
-        bag.readProperty(u"CaptionStyle"_s, captionStyle::CaptionAndPercentage).toInt());
-    setEnabled(bag.readProperty(u"Enabled"_s, true).toBool());
-    setCaption(bag.readProperty(u"Caption"_s, QString()).toString());
-    setMax(bag.readProperty(u"Max"_s, 100).toInt());
-    setMin(bag.readProperty(u"Min"_s, 0).toInt());
-    if (const QVariant font = bag.readProperty(u"CaptionFont"_s); font.isValid())
-        setCaptionFont(font.value<QFont>());
-}
-
-void PB::writeProperties(PropertyBag &bag) const
-{
-    bag.writeProperty(u"Appearance"_s, Appearance());
-    bag.writeProperty(u"ForeColor"_s, ForeColor());
-    bag.writeProperty(u"BackColor"_s, BackColor());
-    bag.writeProperty(u"FillColor"_s, m_fillColor);
-    bag.writeProperty(u"Font"_s, font());
-    bag.writeProperty(u"BorderStyle"_s, BorderStyle(), 1);
-    bag.writeProperty(u"CaptionStyle"_s, CaptionStyle(), captionStyle::CaptionAndPercentage);
-    bag.writeProperty(u"Enabled"_s, Enabled(), true);
-    bag.writeProperty(u"Caption"_s, m_caption);
-    bag.writeProperty(u"Min"_s, m_min, 0);
-    bag.writeProperty(u"CaptionFont"_s, CaptionFont());
 }
 
 QSize PB::sizeHint() const

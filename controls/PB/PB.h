@@ -1,20 +1,17 @@
 #pragma once
 
-#include "controls/PB/Colour.h"
-
-#include <QWidget>
+#include "controls/PB/PictureBox.h"
 
 namespace controls {
 
-class PictureBox;
 class PropertyBag;
 
-/// Numbers for CaptionStyle. Any other number means CaptionAndPercentage.
+/// Numbers for CaptionStyle. Any other number means captionAndPercentage.
 namespace captionStyle {
-inline constexpr qint32 None = 0;
-inline constexpr qint32 CaptionOnly = 1;
-inline constexpr qint32 PercentageOnly = 2;
-inline constexpr qint32 CaptionAndPercentage = 3; ///< the percentage alone without a caption
+inline constexpr qint32 none = 0;
+inline constexpr qint32 captionOnly = 1;
+inline constexpr qint32 percentageOnly = 2;
+inline constexpr qint32 captionAndPercentage = 3; ///< the percentage alone without a caption
 } // namespace captionStyle
 
 /// A progress bar with an optional caption in its middle, which shows inverted where the bar covers
@@ -23,6 +20,7 @@ inline constexpr qint32 CaptionAndPercentage = 3; ///< the percentage alone with
 /// then.
 ///
 /// A control begins as a designer places it: range 0 to 100, a blue bar, the percentage as caption.
+/// This program uses it so; the saved properties are for programs that host designed controls.
 class PB : public QWidget
 {
     Q_OBJECT
@@ -114,7 +112,7 @@ private:
     qint32 m_min = 0;
     qint32 m_value = 0;
     Colour m_fillColor = 0;
-    qint16 m_captionStyle = captionStyle::None;
+    qint16 m_captionStyle = captionStyle::none;
 };
 
 } // namespace controls

@@ -1,11 +1,24 @@
 #pragma once
 
-#include "controls/PB/Colour.h"
-
+#include <QColor>
 #include <QFrame>
 #include <QImage>
 
 namespace controls {
+
+/// A colour as the controls keep and save it: 0x00BBGGRR. The top byte has no part in drawing.
+using Colour = quint32;
+
+inline QColor toQColor(Colour colour)
+{
+    return QColor::fromRgb(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                           static_cast<int>(colour >> 16 & 0xFF));
+}
+
+inline Colour toColour(const QColor &colour)
+{
+    return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
+}
 
 /// A framed surface with a persistent picture. What is drawn stays as it is, whatever property
 /// changes and however the box is resized, until it is cleared; around the picture, and before

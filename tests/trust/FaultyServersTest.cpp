@@ -1,7 +1,9 @@
 #include "tests/ui/main/MainFormTest.h"
 
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QNetworkProxy>
+#include <QVersionNumber>
 
 #include <vector>
 
@@ -31,6 +33,7 @@ const QString Fetched = u"Hourly - %1 kB - %2 kB/s"_s;
 constexpr Limits Idle = {.idle = 300ms};
 constexpr Limits Slow = {.period = 400ms, .leastBytes = 2000};
 constexpr Limits Short = {.mostUnannounced = 2000};
+constexpr Limits Brief = {.longestUnannounced = 300ms};
 const QByteArray Old = "old";
 const QByteArray Audio = QByteArray("0123456789").repeated(300);
 const QByteArray Most = QByteArray(21'474'836, 'x');
@@ -38,6 +41,10 @@ const QByteArray Head = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n";
 const QByteArray Whole = Head + "\r\naudio";
 const QByteArray Chunks = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\naudio\r\n";
 const QByteArray Wait = "HTTP/1.1 100 Continue\r\n\r\n";
+const QByteArray Hints = "HTTP/1.1 103 Early Hints\r\nLink: </>\r\n\r\n";
+const QByteArray Processing = "HTTP/1.1 102 Processing\r\n\r\n";
+// Of the network libraries that the program is used with, 6.4 takes these for the answer itself.
+const bool passesOverHints = QLibraryInfo::version() >= QVersionNumber(6, 8);
 // The resolver turns a name of this length down without asking anybody.
 const QByteArray Unknown = QByteArray("no-such-host.").repeated(25) + "example";
 
@@ -84,6 +91,8 @@ const Behaviour Behaviours[] = {
     {"no length", {with("X: y"), with("Content-Length: x")}, BrokenOff},
     {"bad lengths", {with("Content-Length: -1"), with("Content-Length: 2147483648")}, BrokenOff},
     {"endless", {with("X: y", UntilClose, KeepOpen)}, BrokenOff, Old, Short},
+    {"live", {with("X: y", UntilClose, KeepOpen), raw(Chunks, KeepOpen)}, BrokenOff, Old, Brief},
+    {"live, but silent", {{.framing = UntilClose}}, NoConnection, Old, Brief},
     {"equal lengths", {with("Content-Length: 3000", Length)}, Fetched, Audio},
     {"differing lengths", {with("Content-Length: 4000", Length)}, BrokenOff},
     {"chunked with its length", {with("Content-Length: 3000", Chunked)}, Fetched, Audio},
@@ -95,8 +104,10 @@ const Behaviour Behaviours[] = {
     {"gzip, chunked", {with("Content-Encoding: gzip", Chunked)}, BrokenOff},
     {"1xx before the answer", {raw(Wait + Whole), raw(Wait + Wait + Whole)}, Fetched, "audio"},
     {"100 alone", {raw(Wait, KeepOpen)}, NoConnection, Old, Idle},
-    // The network stack takes this one for the answer.
-    {"103 before the answer", {raw("HTTP/1.1 103 Early\r\n\r\n" + Whole)}, NoConnection},
+    {"102, 103 before the answer",
+     {raw(Processing + Whole), raw(Hints + Whole), raw(Processing + Hints + Whole)},
+     passesOverHints ? Fetched : NoConnection,
+     passesOverHints ? "audio" : Old},
     {"no content", {{.status = 204, .framing = UntilClose}, {.status = 304}}, NoConnection},
     {"no file", {status(101), status(206), status(400), status(401), status(404)}, NoConnection},
     {"error", {status(407), status(429), status(500), status(503), status(999)}, NoConnection},
@@ -107,7 +118,7 @@ const Behaviour Behaviours[] = {
     {"in a circle, too often, to nowhere",
      {to(302, "/a.mp2"), to(302, "/10.mp2"), to(302, ""), status(302)},
      NoConnection},
-    // Of a head that the network stack cannot read it gives the body alone.
+    // Of a head that the network library cannot read it gives the body alone.
     {"1 MB in a header", {raw(Head + "X: " + Audio.repeated(350) + "\r\n\r\nabc")}, BrokenOff},
     {"10,000 headers", {raw(Head + QByteArray("X: y\r\n").repeated(9999) + "\r\nabc")}, BrokenOff},
     {"a header without a colon", {raw(Head + "header\r\n\r\naudio")}, BrokenOff},

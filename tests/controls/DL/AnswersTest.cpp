@@ -14,7 +14,7 @@ Answer announcing(qint64 length, Ending ending = Ending::Close)
 
 const Answer Chunked = {
     .headers = {"Content-Length: 2000"}, .body = Audio, .framing = Framing::Chunked};
-constexpr Limits Slow = {.period = 400ms, .leastBytes = 100};
+constexpr Limits Slow = {.period = 400ms, .leastBytes = 100, .longestUnannounced = 300ms};
 constexpr Limits Short = {.mostUnannounced = 1000};
 
 // What a server sends, and what is counted of it; a file comes of counts that agree.

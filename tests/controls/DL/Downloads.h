@@ -61,5 +61,6 @@ protected:
     QTemporaryDir folder;
     std::unique_ptr<controls::DL> dl = std::make_unique<controls::DL>();
     QSignalSpy progress{dl.get(), &controls::DL::Progress};
+    QSignalSpy storing{dl.get(), &controls::DL::Storing};
     QSignalSpy completed{dl.get(), &controls::DL::Completed};
 };

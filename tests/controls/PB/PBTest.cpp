@@ -22,7 +22,7 @@ const QRgb WhitePixel = qRgb(0xFF, 0xFF, 0xFF);
 class Bar : public PB
 {
 public:
-    explicit Bar(qint32 captionStyle = controls::captionStyle::None, const QString &caption = {})
+    explicit Bar(qint32 captionStyle = controls::captionStyle::none, const QString &caption = {})
     {
         resize(200, 30);
         setBorderStyle(0);
@@ -96,7 +96,7 @@ TEST(PB, CaptionFollowsTheStyle)
         bar.setMax(max);
         bar.setValue(value);
         const QImage shown = bar.picture();
-        bar.setCaptionStyle(controls::captionStyle::CaptionOnly);
+        bar.setCaptionStyle(controls::captionStyle::captionOnly);
         bar.setCaption(text);
         bar.setValue(value);
         EXPECT_EQ(shown, bar.picture());
@@ -105,7 +105,7 @@ TEST(PB, CaptionFollowsTheStyle)
 
 TEST(PB, CaptionIsCentredInTheControlsFont)
 {
-    Bar bar(controls::captionStyle::CaptionOnly, u"HHH"_s);
+    Bar bar(controls::captionStyle::captionOnly, u"HHH"_s);
     QFont font;
     font.setPixelSize(20);
     bar.setCaptionFont(font);
@@ -122,7 +122,7 @@ TEST(PB, CaptionIsCentredInTheControlsFont)
 
 TEST(PB, CaptionIsInvertedUnderTheBarAndPlainBesideIt)
 {
-    Bar bar(controls::captionStyle::CaptionOnly, u"MMMMMMMM"_s);
+    Bar bar(controls::captionStyle::captionOnly, u"MMMMMMMM"_s);
     bar.setValue(0);
     const QImage plain = bar.picture();
     bar.setValue(50);

@@ -2,6 +2,7 @@
 #include "tests/support/posix/FileSizeLimit.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using DownloadedFiles = Downloads;
 
@@ -21,5 +22,19 @@ TEST_F(DownloadedFiles, CountOnlyWhatAFullDiskTakes)
     station.answerOthers({.body = QByteArray(3'000'000, 'a'), .cutAfter = 2'000'000}); // and stalls
     const FileSizeLimit room(1'000'000);
     EXPECT_EQ(download(u"/raw.mp2"_s), Counts(1'000'000, 3'000'000));
+    EXPECT_FALSE(QFile::exists(destination()));
+}
+
+TEST_F(DownloadedFiles, CountAsBrokenOffWhenTheyCannotBeClosed)
+{
+    station.answerOthers({.body = "audio"});
+    QObject::connect(dl.get(), &controls::DL::Storing, dl.get(), [this] {
+        const QString file = temporaryFolder() + u'/' + temporaryFiles().value(0);
+        for (int descriptor = 3; descriptor < 1000; ++descriptor) {
+            if (QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(descriptor)) == file)
+                close(descriptor);
+        }
+    });
+    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(5, 0));
     EXPECT_FALSE(QFile::exists(destination()));
 }
