@@ -60,7 +60,7 @@ TEST_F(ControlTest, RunsDownloadsOfDifferentIdsAtOnce)
     constexpr int slow = 7;
     station.answer(u"/slow.mp2"_s, {.body = Audio, .bytesPerSecond = 10 * Size});
     station.answer(u"/broken.mp2"_s, {.body = Audio, .cutAfter = 10, .ending = Ending::Close});
-    QMap<QString, QString> pending = {{u"broken"_s, second}};
+    QMap<QString, QString> pending = {{u"broken"_s, destination() + u'x'}};
     for (int i = 0; i < slow; ++i)
         pending.insert(u"slow%1"_s.arg(i), destination() + QString::number(i));
     for (const auto &[id, path] : pending.asKeyValueRange())
