@@ -1,6 +1,7 @@
 #include "app/ErrorReport.h"
 #include "app/Module1.h"
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "platform/NativeHost.h"
 #include "store/TaskStore.h"
 #include "ui/dialogs/frmAbout.h"
@@ -11,14 +12,27 @@
 #include "ui/main/MainForm.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QNetworkProxyFactory>
 #include <QTimer>
 
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using platform::host;
+
+// Two programs in one folder would fetch the same files and write the same log.
+static int tellThatItRuns()
+{
+    const QString text = app::programTitle() + u" is already running from "_s +
+                         QDir::toNativeSeparators(host().programFolder()) + u'.';
+    std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    host().showMessage(app::WindowTitle(), text, platform::MessageIcon::Information);
+    return EXIT_SUCCESS;
+}
 
 static void deleteStaleSettings()
 {
@@ -88,9 +102,12 @@ int main(int argc, char **argv)
 {
     platform::NativeHost nativeHost;
     platform::installHost(nativeHost);
+    const platform::FolderLock lock(nativeHost.programFolder());
     qputenv(sendPainting, "1");
     const QApplication application(argc, argv);
     qunsetenv(sendPainting); // not for what the program starts
+    if (lock.isHeldElsewhere())
+        return tellThatItRuns();
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     QTimer::singleShot(finishDelay, &application, finishStart);
 

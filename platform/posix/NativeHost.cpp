@@ -1,5 +1,6 @@
 #include "platform/NativeHost.h"
 
+#include "platform/LocalTime.h"
 #include "platform/posix/Profile.h"
 
 #include <QApplication>
@@ -17,16 +18,15 @@ namespace platform {
 
 using namespace Qt::StringLiterals;
 
+// The zone of the machine may change while the program runs: tzset() looks whether another file
+// stands at /etc/localtime and reads it then, which localtime_r() alone does once in a process.
 static std::chrono::local_seconds localTime(std::time_t instant)
 {
+    tzset();
     std::tm local = {};
     localtime_r(&instant, &local);
-    const std::chrono::year_month_day day{
-        std::chrono::year{local.tm_year + 1900},
-        std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
-        std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
-    return std::chrono::local_days{day} + std::chrono::hours{local.tm_hour} +
-           std::chrono::minutes{local.tm_min} + std::chrono::seconds{local.tm_sec};
+    return localMoment(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                       local.tm_min, local.tm_sec);
 }
 
 // The latest reading is kept: a search through all slots asks thousands of times within a second.

@@ -1,5 +1,6 @@
 #include "platform/NativeHost.h"
 
+#include "platform/LocalTime.h"
 #include "platform/windows/System.h"
 
 #include <QDir>
@@ -14,15 +15,13 @@ namespace platform {
 
 using namespace Qt::StringLiterals;
 
+// The system itself follows a change of the zone.
 std::chrono::local_seconds NativeHost::now() const
 {
     SYSTEMTIME local = {};
     GetLocalTime(&local);
-    const std::chrono::year_month_day day{std::chrono::year{local.wYear},
-                                          std::chrono::month{local.wMonth},
-                                          std::chrono::day{local.wDay}};
-    return std::chrono::local_days{day} + std::chrono::hours{local.wHour} +
-           std::chrono::minutes{local.wMinute} + std::chrono::seconds{local.wSecond};
+    return localMoment(local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute,
+                       local.wSecond);
 }
 
 std::int32_t NativeHost::tickCount() const

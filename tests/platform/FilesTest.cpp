@@ -1,8 +1,11 @@
 #include "platform/Files.h"
 
+#include "platform/FolderLock.h"
 #include "tests/support/Test.h"
 
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 using namespace platform;
 
@@ -96,4 +99,25 @@ TEST_F(Files, AreOneWhereTheFileSystemSaysSo)
         EXPECT_EQ(isSameFile(at(b), at(a)), isSame) << (b + u' ' + a).toStdString();
     }
     EXPECT_TRUE(filesIn(root.path()).filter(u".part"_s).isEmpty());
+}
+
+TEST_F(Files, AFolderIsLockedForOneAndWhoAsksKeepsNobodyOut)
+{
+    EXPECT_FALSE(isFolderLocked(at(u"none"_s)));
+    EXPECT_FALSE(FolderLock(at(u"none"_s)).isHeldElsewhere());
+    std::atomic<bool> isOver = false;
+    std::thread asking([&] {
+        while (!isOver)
+            isFolderLocked(root.path());
+    });
+    for (int i = 0; i < 100; ++i) {
+        const FolderLock lock(root.path());
+        EXPECT_FALSE(lock.isHeldElsewhere()) << i;
+        EXPECT_TRUE(FolderLock(root.path()).isHeldElsewhere()) << i;
+        EXPECT_TRUE(isFolderLocked(root.path())) << i;
+        EXPECT_FALSE(FolderLock(at(u"folder"_s)).isHeldElsewhere()) << i;
+    }
+    isOver = true;
+    asking.join();
+    EXPECT_FALSE(isFolderLocked(root.path()));
 }
