@@ -27,12 +27,12 @@ static QString timeStamp(std::chrono::local_seconds moment)
         static_cast<int>(time.seconds().count()));
 }
 
-static QString onOneLine(QString message)
+QString onOneLine(QString text)
 {
-    for (QChar &character : message)
+    for (QChar &character : text)
         if (character.category() == QChar::Other_Control)
             character = u' ';
-    return message;
+    return text;
 }
 
 void WriteLog(const QString &message)

@@ -110,6 +110,9 @@ bool FileExists(const QString &path);
 /// The activity log's path.
 QString logFilePath();
 
+/// The text with blanks in the place of control characters.
+QString onOneLine(QString text);
+
 /// Appends "dd-mm-yy hh:mm:ss - message" to the log in the program folder, creating it when it is
 /// missing. It is one line: a control character in the message is written as a blank. The file is
 /// open for the time of the call only, so that it is complete on disk at any moment. Raises what

@@ -1,5 +1,7 @@
 #include "app/NextSlot.h"
 
+#include <algorithm>
+
 namespace app {
 
 using std::chrono::days;
@@ -38,6 +40,18 @@ local_seconds momentNextWeek(const WeekSlot &slot, local_seconds now)
     const local_days today = dayOf(now);
     const int daysAhead = (7 - weekdayNumber(today)) + weekdayOfSerial(slot.day);
     return today + days{daysAhead} + hours{slot.hour} + minutes{slot.minute};
+}
+
+std::optional<local_seconds> latestMoment(const std::vector<WeekSlot> &slots, local_seconds now)
+{
+    std::optional<local_seconds> latest;
+    for (const WeekSlot &slot : slots) {
+        local_seconds moment = momentThisWeek(slot, now);
+        if (moment > now)
+            moment -= std::chrono::weeks{1};
+        latest = std::max(latest.value_or(moment), moment);
+    }
+    return latest;
 }
 
 std::optional<ChosenSlot> chooseSlot(SlotRows &rows, const std::function<local_seconds()> &now)

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <vector>
 
 // The choice of the next download from the weekly slots and the present moment.
 namespace app {
@@ -38,6 +39,10 @@ std::chrono::local_seconds momentThisWeek(const WeekSlot &slot, std::chrono::loc
 
 /// The slot's moment in the week after that of `now`.
 std::chrono::local_seconds momentNextWeek(const WeekSlot &slot, std::chrono::local_seconds now);
+
+/// The latest moment of any of the slots that is not later than `now`; nothing without slots.
+std::optional<std::chrono::local_seconds> latestMoment(const std::vector<WeekSlot> &slots,
+                                                       std::chrono::local_seconds now);
 
 /// The first slot of this week that is later than the present moment; when there is none, the
 /// first slot of next week. A last slot of this week that falls on the very second is kept, which

@@ -1,0 +1,417 @@
+#include "platform/FolderLock.h"
+#include "store/TaskStore.h"
+#include "tests/support/Test.h"
+
+#include <QDateTime>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <map>
+#include <optional>
+
+namespace {
+
+struct Answer
+{
+    int status;
+    QString text;
+};
+
+// The companion in a program folder of its own, in March 2026, whose 2nd is a Monday.
+class Check : public testing::Test
+{
+protected:
+    Check()
+    {
+        QDir().mkpath(at(u"ostravelin/database"_s));
+        QFile::copy(QStringLiteral(CHECK), at(u"ostravelin/ostravelin-check"_s));
+        QFile::copy(QStringLiteral(EMPTY_DATABASE), database);
+        change(u"INSERT INTO Opdrachtgegevens VALUES "
+               "('News', 'http://a.example/latest.mp2', 'news.mp2', 55, 1), "
+               "('News - long', 'http://a.example/long.mp2', 'long.mp2', 50, 1), "
+               "('Night', 'http://a.example/night.mp2', 'night.mp2', 30, 1), "
+               "('Jingles', 'http://a.example/j.mp2', 'jingles.mp2', 1, 1), "
+               "('Resting', 'http://a.example/r.mp2', 'resting.mp2', 2, 0)"_s);
+        change(u"INSERT INTO Tijden VALUES ('News', 1, 5), ('News', 1, 6), ('News - long', 1, 6), "
+               "('Night', 7, 2), ('Resting', 1, 1)"_s);
+        putAllWell();
+        running.emplace(at(u"ostravelin"_s));
+    }
+
+    QString at(const QString &path) const { return root.filePath(u"a b é/"_s + path); }
+
+    void change(const QString &statement) const
+    {
+        store::OpenDatabase(at(u"ostravelin"_s));
+        store::dbConnection.execute(statement);
+        store::dbConnection.close();
+    }
+
+    void putSettings(bool spc, const QString &spcFolder = u"spc"_s) const
+    {
+        makeFile(settings, u"[Bestandsmappen]\r\nBestemmingsmap=%1\r\nSPCmap=%2\r\n[Opties]\r\n"
+                           "SPC=%3\r\n"_s.arg(at(u"audio"_s), at(spcFolder))
+                               .arg(spc ? 1 : 0)
+                               .toUtf8());
+    }
+
+    /// A file of a local time.
+    void putFile(const QString &path, const QString &time, qsizetype size = 1'920'999) const
+    {
+        makeFile(at(path), QByteArray(size, 'a'));
+        QFile file(at(path));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(QDateTime::fromString(time, u"yyyy-MM-dd HH:mm:ss"_s),
+                                     QFileDevice::FileModificationTime));
+    }
+
+    void putAllWell() const
+    {
+        putSettings(false);
+        for (const QString &folder : {u"audio/"_s, u"spc/"_s}) {
+            putFile(folder + u"news.mp2"_s, u"2026-03-02 06:55:05"_s);
+            putFile(folder + u"long.mp2"_s, u"2026-03-02 06:50:09"_s);
+            putFile(folder + u"night.mp2"_s, u"2026-03-01 02:30:07"_s);
+        }
+        putLog(u"02-03-26 06:55:05 - News - 1920.999 kB - 1.239,79 kB/s"_s);
+    }
+
+    void putLog(const QString &lines) const
+    {
+        makeFile(log, QString(lines + u'\n').replace(u'\n', u"\r\n"_s).toLocal8Bit());
+    }
+
+    /// Runs it as cron does: with hardly any environment.
+    Answer run(const QStringList &arguments = {u"--at"_s, u"2026-03-02 07:30"_s}) const
+    {
+        QProcess process;
+        QProcessEnvironment environment;
+        environment.insert(u"TZ"_s, u"Europe/Amsterdam"_s);
+        environment.insert(u"XDG_CONFIG_HOME"_s, at(u"config"_s));
+        process.setProcessEnvironment(environment);
+        process.start(at(u"ostravelin/ostravelin-check"_s), arguments);
+        EXPECT_TRUE(process.waitForFinished(60'000));
+        EXPECT_EQ(process.readAllStandardError(), QByteArray());
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput())};
+    }
+
+    QTemporaryDir root;
+    std::optional<platform::FolderLock> running; ///< as the program that runs in a folder has one
+    const QString database = at(u"ostravelin/database/ostravelin.mdb"_s);
+    const QString log = at(u"ostravelin/OstravelinLog.txt"_s);
+    const QString settings = at(u"config/Ostravelin.ini"_s);
+};
+
+} // namespace
+
+TEST_F(Check, TellsWhatIsWellInPlainWordsAndChangesNothing)
+{
+    const auto everything = [&] {
+        std::map<QString, QByteArray> files;
+        for (const QString &folder : {u"ostravelin"_s, u"ostravelin/database"_s, u"audio"_s})
+            for (const QString &file : filesIn(at(folder)))
+                files[file] = fileBytes(at(folder) + u'/' + file);
+        return files;
+    };
+    const auto before = everything();
+    const Answer answer = run();
+    EXPECT_EQ(answer.text, uR"(Ostravelin OK: 4 tasks, all well
+Jingles: well. It has no hours, so it is never due.
+News: well. Due today 06:55. news.mp2 came today 06:55, 1920 kB, 34 min ago. The log says today 06:55:05: 1920.999 kB - 1.239,79 kB/s.
+News - long: well. Due today 06:50. long.mp2 came today 06:50, 1920 kB, 39 min ago. The log has no line of it since then.
+Night: well. Due yesterday 02:30. night.mp2 came yesterday 02:30, 1920 kB, 28 h 59 min ago. The log has no line of it since then.
+)"_s);
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_TRUE(everything() == before);
+    EXPECT_EQ(run({u"--quiet"_s, u"--at"_s, u"2026-03-02 07:30:00"_s}).text, QString());
+    EXPECT_TRUE(run({u"--help"_s}).text.contains(u"exit status"));
+}
+
+TEST_F(Check, JudgesEachSituation)
+{
+    struct Situation
+    {
+        const char *what;
+        QString file; ///< when news.mp2 was written; it is not there when this is empty
+        qsizetype size;
+        QString log;
+        QStringList arguments;
+        int status;
+        QString words; ///< part of the answer
+    };
+    const QString inTime = u"2026-03-02 06:55:05"_s;
+    const QString before = u"2026-03-02 05:55:05"_s;
+    const QString fetched = u"02-03-26 06:55:05 - News - 1920 kB - 239.79 kB/s"_s;
+    const QString refused = u"02-03-26 06:55:21 - News - Can not connect"_s;
+    const QString old = u"01-03-26 01:00:00 - News - Disconnected"_s;
+    const Situation situations[] = {
+        {"not fetched",
+         before,
+         100,
+         old + u"\n"_s + refused,
+         {},
+         1,
+         u"Ostravelin LATE: 4 tasks, 1 late (News)\n"_s},
+        {"and what the log says",
+         before,
+         100,
+         refused,
+         {},
+         1,
+         u"News: LATE. Due today 06:55. news.mp2 is of today 05:55, 100 bytes, 1 h 34 min ago. "
+         "The log says today 06:55:21: Can not connect.\n"_s},
+        {"a full disk looks like a success",
+         before,
+         100,
+         fetched + u"\n02-03-26 06:55:06 - File not found"_s,
+         {},
+         1,
+         u"239.79 kB/s, then: File not found. So it was fetched, but did not get to its place"_s},
+        {"no file", {}, 0, refused, {}, 2, u"Ostravelin MISSING: 4 tasks, 1 missing (News)\n"_s},
+        {"an empty file", inTime, 0, fetched, {}, 2, u"came"_s},
+        {"due just now",
+         before,
+         100,
+         old,
+         {u"2026-03-02 07:05"_s},
+         0,
+         u"Due today 05:55. news.mp2 came today 05:55, 100 bytes, 1 h 9 min ago. The log has no line of it since then. Its slot of today 06:55 is waited for until today 07:10.\n"_s},
+        {"less is allowed",
+         before,
+         100,
+         old,
+         {u"2026-03-02 07:05"_s, u"--allow"_s, u"9"_s},
+         1,
+         u"News: LATE."_s},
+        {"another's clock", u"2026-03-02 06:54:10"_s, 100, fetched, {}, 0, u"News: well."_s},
+        {"another download took its time",
+         before,
+         100,
+         u"02-03-26 06:58:00 - News - long - 20000 kB - 41.67 kB/s"_s,
+         {},
+         1,
+         u"The log has no line of it since then. News - long, due today 06:50, was in hand until today 06:58:00:"_s},
+        {"it ended before",
+         before,
+         100,
+         u"02-03-26 06:50:09 - News - long - 2 kB - 1.00 kB/s"_s,
+         {},
+         1,
+         u"The log has no line of it since then: the program was not running"_s},
+        {"an error without a name",
+         before,
+         100,
+         u"02-03-26 06:55:00 - A temporary file cannot be made"_s,
+         {},
+         1,
+         u"at that time, without naming a task: A temporary file cannot be made."_s},
+        {"the time of a file tells nothing",
+         u"2026-03-05 01:00:00"_s,
+         100,
+         fetched,
+         {},
+         0,
+         u"News: well."_s},
+        {"and the log tells nothing",
+         u"2026-03-05 01:00:00"_s,
+         100,
+         old,
+         {},
+         1,
+         u"which is later than the moment of this check"_s},
+        {"what the log says later",
+         before,
+         100,
+         refused,
+         {u"2026-03-02 06:10:00"_s},
+         0,
+         u"News: well."_s},
+        {"no slot since a week",
+         u"2026-02-23 06:55:05"_s,
+         100,
+         old,
+         {u"2026-03-02 05:00"_s},
+         0,
+         u"News: well. Due Monday 23-02-26 06:55."_s},
+        {"a log of years",
+         before,
+         100,
+         QString(3 << 20, u'x') + u'\n' + refused,
+         {},
+         1,
+         u"Can not connect"_s},
+        {"no log", before, 100, {}, {}, 1, u"News: LATE."_s},
+    };
+    for (const Situation &situation : situations) {
+        SCOPED_TRACE(situation.what);
+        if (situation.file.isEmpty())
+            QFile::remove(at(u"audio/news.mp2"_s));
+        else
+            putFile(u"audio/news.mp2"_s, situation.file, situation.size);
+        putLog(u"23-02-26 06:50:09 - News - long - 1 kB - 1.00 kB/s\n"_s + situation.log);
+        if (situation.log.isEmpty())
+            QFile::remove(log);
+        QStringList arguments{u"--at"_s};
+        arguments << (situation.arguments.isEmpty() ? QStringList{u"2026-03-02 07:30"_s}
+                                                    : situation.arguments);
+        const Answer answer = run(arguments);
+        EXPECT_EQ(answer.status, situation.status) << answer.text.toStdString();
+        EXPECT_TRUE(answer.text.contains(situation.words)) << answer.text.toStdString();
+    }
+}
+
+TEST_F(Check, FollowsTheProgramsOwnRules)
+{
+    struct Rule
+    {
+        const char *what;
+        std::function<void()> prepare;
+        QString moment;
+        int status;
+        QString words;
+    };
+    const Rule rules[] = {
+        {"summer time begins: 02:30 is run at 03:00",
+         [&] { putFile(u"audio/night.mp2"_s, u"2026-03-22 02:30:07"_s); }, u"2026-03-29 03:05"_s, 1,
+         u"Night: well. Due Sunday 22-03-26 02:30."_s},
+        {"and is waited for no longer", [] {}, u"2026-03-29 03:50"_s, 1,
+         u"Night: LATE. Due today 02:30."_s},
+        {"the SPC copy",
+         [&] {
+             putSettings(true);
+             putFile(u"spc/news.mp2"_s, u"2026-03-02 05:55:05"_s);
+             putLog(
+                 u"02-03-26 06:55:05 - News - 9 kB - 9.00 kB/s\n02-03-26 06:55:10 - News - SPC map niet gevonden"_s);
+         },
+         {},
+         1,
+         u"1920 kB, 34 min ago. Its SPC copy in "_s + at(u"spc/"_s) +
+             u" is of today 05:55, 1920 kB, 1 h 34 min ago. The log says today 06:55:10: SPC map niet gevonden."_s},
+        {"in the same folder there is none",
+         [&] { putSettings(true, u"audio"_s); },
+         {},
+         0,
+         u"OK"_s},
+        {"its folder is gone",
+         [&] { putSettings(true, u"gone"_s); },
+         {},
+         2,
+         u"3 missing (News, News - long, Night)"_s},
+        {"the destination folder is gone",
+         [&] { QFile::rename(at(u"audio"_s), at(u"away"_s)); },
+         {},
+         2,
+         u"The folder "_s + at(u"audio/"_s) + u" is not there, or"_s},
+        {"its own name is deleted while it is fetched",
+         [&] {
+             QFile::rename(at(u"away"_s), at(u"audio"_s));
+             QFile::remove(at(u"audio/long.mp2"_s));
+             putLog(u"02-03-26 05:55:09 - News - 9 kB - 9.00 kB/s"_s);
+         },
+         u"2026-03-02 06:52"_s, 0, u"There is no long.mp2 in "_s},
+        {"the same slot",
+         [&] {
+             change(
+                 u"UPDATE Opdrachtgegevens SET Minuten = 55 WHERE Opdrachtnaam = 'News - long'"_s);
+             putFile(u"audio/long.mp2"_s, u"2026-02-23 06:55:05"_s);
+         },
+         {},
+         1,
+         u"News has the same slot, and only one of them is fetched then."_s},
+        {"a row that cannot be read",
+         [&] {
+             putAllWell();
+             change(u"UPDATE Opdrachtgegevens SET Minuten = 'x' WHERE Opdrachtnaam = 'Night'"_s);
+         },
+         {},
+         1,
+         u"Night: LATE. It cannot be read (Type mismatch)"_s},
+        {"a line break in a name",
+         [&] {
+             change(u"UPDATE Opdrachtgegevens SET Filenaam = 'a' || char(10) || 'b', "
+                    "Opdrachtnaam = 'Ne' || char(10) || 'w|s' WHERE Opdrachtnaam = 'News'"_s);
+             change(u"UPDATE Tijden SET Opdrachtnaam = 'Ne' || char(10) || 'w|s' "
+                    "WHERE Opdrachtnaam = 'News'"_s);
+             putLog(u"02-03-26 06:55:05 - Ne w|s - The file name holds a line break"_s);
+         },
+         {},
+         2,
+         u"Ne w/s: MISSING. The file name holds a line break or the like, so it is not fetched. Due today 06:55. There is no a b in "_s},
+        {"nothing is active",
+         [&] { change(u"UPDATE Opdrachtgegevens SET Aktief = 0"_s); },
+         {},
+         2,
+         u"Ostravelin MISSING: no active task has hours, so nothing is fetched\n"_s},
+    };
+    for (const Rule &rule : rules) {
+        SCOPED_TRACE(rule.what);
+        putAllWell();
+        rule.prepare();
+        const Answer answer =
+            run({u"--at"_s, rule.moment.isEmpty() ? u"2026-03-02 07:30"_s : rule.moment});
+        EXPECT_EQ(answer.status, rule.status) << answer.text.toStdString();
+        EXPECT_TRUE(answer.text.contains(rule.words)) << answer.text.toStdString();
+    }
+}
+
+TEST_F(Check, SaysWhatKeepsItFromChecking)
+{
+    const std::tuple<const char *, std::function<void()>, QStringList, QString> cases[] = {
+        {"an option", [] {}, {u"--folders"_s}, u"Unknown option 'folders'"_s},
+        {"a moment", [] {}, {u"--at"_s, u"noon"_s}, u"not by noon"_s},
+        {"a folder", [] {}, {u"--folder"_s, u"/no where"_s}, u"There is no folder /no where"_s},
+        {"a stranger's log",
+         [&] { putLog(u"2026-03-02T06:55 INFO fetched"_s); },
+         {},
+         u"The log holds no line of this program: "_s + log},
+        {"a damaged database",
+         [&] { makeFile(database, fileBytes(database).replace(0, 4096, QByteArray(4096, 'x'))); },
+         {},
+         database},
+        {"no database",
+         [&] { QFile::remove(database); },
+         {},
+         u"The database file was not found: "_s + database},
+        {"no destination",
+         [&] { makeFile(settings, "[Opties]\r\nSPC=0\r\n"); },
+         {},
+         u"The settings name no destination folder: "_s},
+        {"no settings",
+         [&] { QFile::remove(settings); },
+         {},
+         u"There are no settings: "_s + settings},
+        {"a folder for settings",
+         [&] { QDir().mkpath(settings); },
+         {},
+         u"The settings file cannot be read: "_s},
+    };
+    for (const auto &[what, prepare, arguments, words] : cases) {
+        SCOPED_TRACE(what);
+        prepare();
+        const Answer answer = run(arguments);
+        EXPECT_EQ(answer.status, 3);
+        EXPECT_TRUE(answer.text.startsWith(u"Ostravelin NOT CHECKED: "_s) &&
+                    answer.text.contains(words))
+            << answer.text.toStdString();
+    }
+}
+
+TEST_F(Check, LooksAtTheFoldersOfAnotherUserAndWhetherTheProgramRunsThere)
+{
+    QDir().mkpath(at(u"other"_s));
+    QFile::rename(at(u"ostravelin/database"_s), at(u"other/database"_s));
+    QFile::rename(at(u"config"_s), at(u"their config"_s));
+    const QStringList arguments{u"--at"_s,      u"2026-03-02 07:30"_s, u"--folder"_s,
+                                at(u"other"_s), u"--settings"_s,       at(u"their config"_s)};
+    makeFile(at(u"other/OstravelinLog.txt"_s), "02-03-26 03:00:10 - Overflow\r\n");
+    Answer answer = run(arguments);
+    EXPECT_EQ(answer.status, 2);
+    EXPECT_TRUE(answer.text.startsWith(
+        u"Ostravelin NOT RUNNING: 4 tasks, all well\nNo program runs from %1. The last line of the "
+        "log, today 03:00:10: Overflow.\nJingles"_s.arg(at(u"other"_s))))
+        << answer.text.toStdString();
+
+    running.emplace(at(u"other"_s));
+    answer = run(arguments);
+    EXPECT_EQ(answer.status, 0) << answer.text.toStdString();
+}
