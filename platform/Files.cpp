@@ -78,30 +78,21 @@ bool fileExists(const QString &path)
     return QFileInfo(path).isFile();
 }
 
-// Asks the folder by a file of its own.
-static bool mindsCase(const QString &folder)
-{
-    QFile probe(newHiddenName(folder));
-    if (!probe.open(QIODevice::WriteOnly))
-        return true;
-    const bool minds = !QFile::exists(folder + probe.fileName().mid(folder.size()).toUpper());
-    probe.remove();
-    return minds;
-}
-
-// For names at which nothing stands yet.
-static bool areSameNames(const QString &a, const QString &b)
+// For paths at which nothing stands yet: whether a file of our own, made in the one's folder, is
+// found in the other's under a name that differs as theirs do.
+static bool wouldBeSameFile(const QString &a, const QString &b)
 {
     const QString nameA = a.mid(folderOf(a).size());
     const QString nameB = b.mid(folderOf(b).size());
-    if (nameA.compare(nameB, Qt::CaseInsensitive) != 0)
+    if (a == b || nameA.compare(nameB, Qt::CaseInsensitive) != 0)
+        return a == b;
+    QFile probe(newHiddenName(folderOf(a)));
+    if (!probe.open(QIODevice::WriteOnly))
         return false;
-    const QFileInfo folderA(folderOf(a).isEmpty() ? u"."_s : folderOf(a));
-    const QFileInfo folderB(folderOf(b).isEmpty() ? u"."_s : folderOf(b));
-    std::error_code none;
-    return std::filesystem::equivalent(folderA.filesystemFilePath(), folderB.filesystemFilePath(),
-                                       none) &&
-           (nameA == nameB || !mindsCase(folderOf(a)));
+    const QString name = probe.fileName().mid(folderOf(a).size());
+    const bool isFound = QFile::exists(folderOf(b) + (nameA == nameB ? name : name.toUpper()));
+    probe.remove();
+    return isFound;
 }
 
 bool isSameFile(const QString &a, const QString &b)
@@ -109,7 +100,7 @@ bool isSameFile(const QString &a, const QString &b)
     if (QFileInfo::exists(a) != QFileInfo::exists(b))
         return false;
     if (!QFileInfo::exists(a))
-        return areSameNames(a, b);
+        return wouldBeSameFile(a, b);
     std::error_code none;
     return std::filesystem::equivalent(QFileInfo(a).filesystemFilePath(),
                                        QFileInfo(b).filesystemFilePath(), none);
