@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QNetworkProxyFactory>
 #include <QTimer>
 
@@ -32,6 +33,22 @@ static int tellThatItRuns()
     std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
     host().showMessage(app::WindowTitle(), text, platform::MessageIcon::Information);
     return EXIT_SUCCESS;
+}
+
+// An archive brings the empty database under a name of its own, so that unpacking it over an
+// installation harms no tasks. It serves a first start only: where tasks are, it goes, so that
+// their later loss is told and not passed over with an empty list.
+static void placeDeliveredDatabase()
+{
+    const QString folder = host().programFolder() + u"/database/"_s;
+    const QString delivered = folder + u"empty.mdb"_s;
+    const QString database = folder + u"ostravelin.mdb"_s;
+    if (!app::FileExists(delivered))
+        return;
+    if (app::FileExists(database))
+        QFile::remove(delivered); // harmless if it stays
+    else
+        platform::moveFile(delivered, database);
 }
 
 static void deleteStaleSettings()
@@ -79,6 +96,7 @@ static void startUp(std::unique_ptr<ui::MainForm> &mainForm)
         askForSettings();
     }
     app::LoadSettings();
+    placeDeliveredDatabase();
     store::OpenDatabase(host().programFolder());
     mainForm = std::make_unique<ui::MainForm>(menuWindows(mainForm));
     mainForm->show();

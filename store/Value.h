@@ -17,7 +17,8 @@ public:
     /// An empty value.
     Value() = default;
     template <std::integral Number>
-    requires(!std::same_as<Number, bool>) Value(Number number)
+        requires(!std::same_as<Number, bool>)
+    Value(Number number)
         : m_value(std::int64_t{number})
     {}
     Value(double number)

@@ -184,6 +184,29 @@ TEST_F(Program, AFirstStartDeletesAStaleSettingsFile)
     EXPECT_EQ(process.state(), QProcess::Running);
 }
 
+TEST_F(Program, TakesTheDeliveredDatabaseOnlyWhereNoneIs)
+{
+    const QString delivered = at(u"ostravelin/database/empty.mdb"_s);
+    const QByteArray tasks = fileBytes(database);
+    makeFile(delivered, "brought by an update");
+    start(Station());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(delivered); }, 60'000));
+    EXPECT_EQ(fileBytes(database), tasks);
+    process.kill();
+    process.waitForFinished();
+
+    QFile::rename(database, delivered);
+    start(Station());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(database); }, 60'000));
+    EXPECT_EQ(fileBytes(database), tasks);
+    EXPECT_FALSE(QFile::exists(delivered));
+    process.kill();
+    process.waitForFinished();
+
+    QFile::remove(database); // lost, so that nothing takes its place
+    expectTold("The database file was not found");
+}
+
 TEST_F(Program, TellsWhatKeepsItFromStarting)
 {
     makeFile(database, "no database");

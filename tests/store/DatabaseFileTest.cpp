@@ -68,9 +68,7 @@ TEST_F(DatabaseFile, IsNeitherMadeNorOpenedWithAnotherPassword)
                       }),
                       error);
     }
-    EXPECT_EQ(messageOf([&] {
-                  connection.open({missing, {}});
-              }),
+    EXPECT_EQ(messageOf([&] { connection.open({missing, {}}); }),
               u"The database file was not found: "_s + missing);
     EXPECT_FALSE(QFile::exists(programFolder() + u"/missing"_s));
 }
