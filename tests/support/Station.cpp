@@ -68,8 +68,6 @@ private:
 
     void start(const Answer &answer)
     {
-        if (m_ending == Ending::CloseOnReuse)
-            return m_socket.disconnectFromHost();
         m_ending = answer.ending;
         m_socket.write(answer.raw ? QByteArray() : headOf(answer));
         m_unsent = answer.raw ? *answer.raw : bodyOf(answer);

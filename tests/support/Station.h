@@ -13,8 +13,8 @@ namespace testing_support {
 enum class Framing { Length, Chunked, UntilClose };
 
 /// What becomes of the connection once everything is sent. One that is kept open serves the next
-/// request; after an unfinished answer that is a stall. CloseOnReuse: kept open only until then.
-enum class Ending { KeepOpen, Close, Reset, CloseOnReuse };
+/// request; after an unfinished answer that is a stall.
+enum class Ending { KeepOpen, Close, Reset };
 
 /// One answer of the station, sound or faulty. Every fault is one member away from a sound answer:
 ///     Answer{.body = audio, .cutAfter = 1000, .ending = Ending::Reset}

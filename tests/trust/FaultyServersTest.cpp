@@ -32,7 +32,6 @@ const QString Fetched = u"Hourly - %1 kB - %2 kB/s"_s;
 
 constexpr Limits Idle = {.idle = 300ms};
 constexpr Limits Slow = {.period = 400ms, .leastBytes = 2000};
-constexpr Limits Short = {.mostUnannounced = 2000};
 constexpr Limits Brief = {.longestUnannounced = 300ms};
 const QByteArray Old = "old";
 const QByteArray Audio = QByteArray("0123456789").repeated(300);
@@ -69,7 +68,6 @@ const Behaviour Behaviours[] = {
     {"unknown host", {status(200)}, NoConnection, Old, {}, Route::Direct, Unknown},
     {"IPv6", {status(200)}, Fetched, Audio, {}, Route::IPv6Proxy},
     {"IPv6 number", {status(200)}, Fetched, Audio, {}, Route::IPv6Proxy, "[2001:db8::1]"},
-    {"closed when used again", {with("X: y", Length, CloseOnReuse)}, Fetched, Audio},
     {"closed in the head", {raw(""), raw("HTTP/1"), raw(Head.chopped(9)), raw(Head)}, NoConnection},
     {"reset in the head", {raw("", Reset), raw("HTTP/1", Reset), raw(Head, Reset)}, NoConnection},
     {"stalls in the head", {raw("", KeepOpen), raw(Head, KeepOpen)}, NoConnection, Old, Idle},
@@ -79,7 +77,6 @@ const Behaviour Behaviours[] = {
     {"closed in the body", {cut(1, Close), cut(1500, Close), cut(2999, Close)}, BrokenOff},
     {"reset in the body", {cut(1, Reset), cut(1500, Reset), cut(2999, Reset)}, BrokenOff},
     {"stalls in the body", {cut(1, KeepOpen), cut(2999, KeepOpen)}, BrokenOff, Old, Idle},
-    {"drips its body", {{.body = Audio, .bytesPerSecond = 200}}, BrokenOff, Old, Slow},
     {"ends after the body", {cut(3000, Close), cut(3000, Reset)}, Fetched, Audio},
     {"0 bytes", {{}}, NoConnection},
     {"1 byte", {{.body = "a"}}, Fetched, "a"},
@@ -90,7 +87,6 @@ const Behaviour Behaviours[] = {
     {"another answer, unasked", {raw(Whole + Whole, KeepOpen)}, Fetched, "audio"},
     {"no length", {with("X: y"), with("Content-Length: x")}, BrokenOff},
     {"bad lengths", {with("Content-Length: -1"), with("Content-Length: 2147483648")}, BrokenOff},
-    {"endless", {with("X: y", UntilClose, KeepOpen)}, BrokenOff, Old, Short},
     {"live", {with("X: y", UntilClose, KeepOpen), raw(Chunks, KeepOpen)}, BrokenOff, Old, Brief},
     {"live, but silent", {{.framing = UntilClose}}, NoConnection, Old, Brief},
     {"equal lengths", {with("Content-Length: 3000", Length)}, Fetched, Audio},
