@@ -67,10 +67,9 @@ static constexpr auto description =
 
 static QString existingFolder(const QString &path)
 {
-    const QFileInfo place(path);
-    if (!place.isDir())
+    if (!QFileInfo(path).isDir())
         refuse(u"There is no folder "_s + path);
-    return QDir::toNativeSeparators(place.absoluteFilePath());
+    return QDir::toNativeSeparators(QDir(path).absolutePath());
 }
 
 static QDateTime parsedMoment(const QString &text)

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr auto now = "2026-03-02 07:30";
+
 struct Answer
 {
     int status;
@@ -73,16 +75,16 @@ protected:
             putFile(folder + u"long.mp2"_s, u"2026-03-02 06:50:09"_s);
             putFile(folder + u"night.mp2"_s, u"2026-03-01 02:30:07"_s);
         }
-        putLog(u"02-03-26 06:55:05 - News - 1920.999 kB - 1.239,79 kB/s"_s);
+        putLog("02-03-26 06:55:05 - News - 1920.999 kB - 1.239,79 kB/s");
     }
 
-    void putLog(const QString &lines) const
+    void putLog(const QByteArray &lines) const
     {
-        makeFile(log, QString(lines + u'\n').replace(u'\n', u"\r\n"_s).toLocal8Bit());
+        makeFile(log, QByteArray(lines + '\n').replace('\n', "\r\n"));
     }
 
     /// Runs it as cron does: with hardly any environment.
-    Answer run(const QStringList &arguments = {u"--at"_s, u"2026-03-02 07:30"_s}) const
+    Answer run(const QStringList &arguments = {u"--at"_s, QString::fromLatin1(now)}) const
     {
         QProcess process;
         QProcessEnvironment environment;
@@ -93,6 +95,14 @@ protected:
         EXPECT_TRUE(process.waitForFinished(60'000));
         EXPECT_EQ(process.readAllStandardError(), QByteArray());
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput())};
+    }
+
+    /// Expects a status and a part of the answer at a moment, which further options may follow.
+    void expect(const QStringList &moment, int status, const QString &words) const
+    {
+        const Answer answer = run(QStringList(u"--at"_s) + moment);
+        EXPECT_EQ(answer.status, status) << answer.text.toStdString();
+        EXPECT_TRUE(answer.text.contains(words)) << answer.text.toStdString();
     }
 
     QTemporaryDir root;
@@ -129,269 +139,156 @@ Night: well. Due yesterday 02:30. night.mp2 came yesterday 02:30, 1920 kB, 28 h 
 
 TEST_F(Check, JudgesEachSituation)
 {
-    struct Situation
-    {
-        const char *what;
-        QString file; ///< when news.mp2 was written; it is not there when this is empty
-        qsizetype size;
-        QString log;
-        QStringList arguments;
-        int status;
-        QString words; ///< part of the answer
-    };
-    const QString inTime = u"2026-03-02 06:55:05"_s;
-    const QString before = u"2026-03-02 05:55:05"_s;
-    const QString fetched = u"02-03-26 06:55:05 - News - 1920 kB - 239.79 kB/s"_s;
-    const QString refused = u"02-03-26 06:55:21 - News - Can not connect"_s;
-    const QString old = u"01-03-26 01:00:00 - News - Disconnected"_s;
-    const Situation situations[] = {
-        {"not fetched",
-         before,
-         100,
-         old + u"\n"_s + refused,
-         {},
-         1,
-         u"Ostravelin LATE: 4 tasks, 1 late (News)\n"_s},
-        {"and what the log says",
-         before,
-         100,
-         refused,
-         {},
-         1,
-         u"News: LATE. Due today 06:55. news.mp2 is of today 05:55, 100 bytes, 1 h 34 min ago. "
-         "The log says today 06:55:21: Can not connect.\n"_s},
-        {"a full disk looks like a success",
-         before,
-         100,
-         fetched + u"\n02-03-26 06:55:06 - File not found"_s,
-         {},
-         1,
-         u"239.79 kB/s, then: File not found. So it was fetched, but did not get to its place"_s},
-        {"no file", {}, 0, refused, {}, 2, u"Ostravelin MISSING: 4 tasks, 1 missing (News)\n"_s},
-        {"an empty file", inTime, 0, fetched, {}, 2, u"came"_s},
-        {"due just now",
-         before,
-         100,
-         old,
-         {u"2026-03-02 07:05"_s},
-         0,
-         u"Due today 05:55. news.mp2 came today 05:55, 100 bytes, 1 h 9 min ago. The log has no line of it since then. Its slot of today 06:55 is waited for until today 07:10.\n"_s},
-        {"less is allowed",
-         before,
-         100,
-         old,
-         {u"2026-03-02 07:05"_s, u"--allow"_s, u"9"_s},
-         1,
-         u"News: LATE."_s},
-        {"another's clock", u"2026-03-02 06:54:10"_s, 100, fetched, {}, 0, u"News: well."_s},
-        {"another download took its time",
-         before,
-         100,
-         u"02-03-26 06:58:00 - News - long - 20000 kB - 41.67 kB/s"_s,
-         {},
-         1,
-         u"The log has no line of it since then. News - long, due today 06:50, was in hand until today 06:58:00:"_s},
-        {"it ended before",
-         before,
-         100,
-         u"02-03-26 06:50:09 - News - long - 2 kB - 1.00 kB/s"_s,
-         {},
-         1,
-         u"The log has no line of it since then: the program was not running"_s},
-        {"an error without a name",
-         before,
-         100,
-         u"02-03-26 06:55:00 - A temporary file cannot be made"_s,
-         {},
-         1,
-         u"at that time, without naming a task: A temporary file cannot be made."_s},
-        {"the time of a file tells nothing",
-         u"2026-03-05 01:00:00"_s,
-         100,
-         fetched,
-         {},
-         0,
-         u"News: well."_s},
-        {"and the log tells nothing",
-         u"2026-03-05 01:00:00"_s,
-         100,
-         old,
-         {},
-         1,
-         u"which is later than the moment of this check"_s},
-        {"what the log says later",
-         before,
-         100,
-         refused,
-         {u"2026-03-02 06:10:00"_s},
-         0,
-         u"News: well."_s},
-        {"no slot since a week",
-         u"2026-02-23 06:55:05"_s,
-         100,
-         old,
-         {u"2026-03-02 05:00"_s},
-         0,
-         u"News: well. Due Monday 23-02-26 06:55."_s},
-        {"a log of years",
-         before,
-         100,
-         QString(3 << 20, u'x') + u'\n' + refused,
-         {},
-         1,
-         u"Can not connect"_s},
-        {"no log", before, 100, {}, {}, 1, u"News: LATE."_s},
-    };
-    for (const Situation &situation : situations) {
-        SCOPED_TRACE(situation.what);
-        if (situation.file.isEmpty())
-            QFile::remove(at(u"audio/news.mp2"_s));
-        else
-            putFile(u"audio/news.mp2"_s, situation.file, situation.size);
-        putLog(u"23-02-26 06:50:09 - News - long - 1 kB - 1.00 kB/s\n"_s + situation.log);
-        if (situation.log.isEmpty())
+    constexpr auto inTime = "2026-03-02 06:55:05";
+    constexpr auto before = "2026-03-02 05:55:05";
+    constexpr auto later = "2026-03-05 01:00:00";
+    constexpr auto fetched = "02-03-26 06:55:05 - News - 1920 kB - 239.79 kB/s";
+    constexpr auto refused = "02-03-26 06:55:21 - News - Can not connect";
+    constexpr auto old = "01-03-26 01:00:00 - News - Disconnected";
+    const QByteArray fullDisk = QByteArray(fetched) + "\n02-03-26 06:55:06 - File not found";
+    const QByteArray years = QByteArray(3 << 20, 'x') + '\n' + refused;
+    const std::tuple<const char *, const char *, const char *, const char *, int, const char *>
+        situations[] = {
+            // what it shows, when news.mp2 was written, the log, the moment and further options,
+            // the status, part of the answer
+            {"no success", before, refused, now, 1, "Ostravelin LATE: 4 tasks, 1 late (News)\n"},
+            {"what is said", before, refused, now, 1,
+             "News: LATE. Due today 06:55. news.mp2 is of today 05:55, 9000 kB, 1 h 34 min ago. "
+             "The log says today 06:55:21: Can not connect.\n"},
+            {"a full disk looks like a success", before, fullDisk, now, 1,
+             "239.79 kB/s, then: File not found. So it was fetched, but did not get to its place"},
+            {"no file", "", refused, now, 2, "Ostravelin MISSING: 4 tasks, 1 missing (News)\n"},
+            {"an empty file", "empty", fetched, now, 2, ", EMPTY, "},
+            {"due just now", before, old, "2026-03-02 07:05", 0,
+             "News: well. Due today 05:55. news.mp2 came today 05:55, 9000 kB, 1 h 9 min ago. The "
+             "log has no line of it since then. Its slot of today 06:55 is waited for until today "
+             "07:10.\n"},
+            {"less is allowed", before, old, "2026-03-02 07:05,--allow,9", 1, "News: LATE."},
+            {"another's clock", "2026-03-02 06:54:10", fetched, now, 0, "News: well."},
+            {"another download took its time", before,
+             "02-03-26 06:58:00 - News - long - 20000 kB - 41.67 kB/s", now, 1,
+             "since then. News - long, due today 06:50, was in hand until today 06:58:00:"},
+            {"it had ended", before, "02-03-26 06:50:09 - News - long - 2 kB - 1.00 kB/s", now, 1,
+             "The log has no line of it since then: the program was not running"},
+            {"an unnamed error", before, "02-03-26 06:55:00 - Disk full", now, 1,
+             "The log says at that time, without naming a task: Disk full."},
+            {"a wrong time, and a success", later, fetched, now, 0, "News: well."},
+            {"a wrong time", later, old, now, 1, "later than the moment of this check"},
+            {"a log of later", before, refused, "2026-03-02 06:10:00", 0, "News: well."},
+            {"a week", "2026-02-23 06:55:05", old, "2026-03-02 05:00", 0,
+             "News: well. Due Monday 23-02-26 06:55."},
+            {"a log of years", before, years, now, 1, "Can not connect"},
+            {"no log", before, "", now, 1, "News: LATE."},
+            {"all is well", inTime, fetched, now, 0, "all well"},
+        };
+    for (const auto &[what, file, lines, options, status, words] : situations) {
+        SCOPED_TRACE(what);
+        QFile::remove(at(u"audio/news.mp2"_s));
+        if (*file != '\0')
+            putFile(u"audio/news.mp2"_s, QString::fromLatin1(*file == 'e' ? inTime : file),
+                    *file == 'e' ? 0 : 9'000'000);
+        putLog("23-02-26 06:50:09 - News - long - 1 kB - 1.00 kB/s\n" + QByteArray(lines));
+        if (*lines == '\0')
             QFile::remove(log);
-        QStringList arguments{u"--at"_s};
-        arguments << (situation.arguments.isEmpty() ? QStringList{u"2026-03-02 07:30"_s}
-                                                    : situation.arguments);
-        const Answer answer = run(arguments);
-        EXPECT_EQ(answer.status, situation.status) << answer.text.toStdString();
-        EXPECT_TRUE(answer.text.contains(situation.words)) << answer.text.toStdString();
+        expect(QString::fromLatin1(options).split(u','), status, QString::fromLatin1(words));
     }
 }
 
 TEST_F(Check, FollowsTheProgramsOwnRules)
 {
-    struct Rule
-    {
-        const char *what;
-        std::function<void()> prepare;
-        QString moment;
-        int status;
-        QString words;
-    };
-    const Rule rules[] = {
+    using Preparation = std::function<void()>;
+    const std::tuple<const char *, Preparation, const char *, int, QString> rules[] = {
+        // what it shows, what is prepared, the moment, the status, part of the answer
         {"summer time begins: 02:30 is run at 03:00",
-         [&] { putFile(u"audio/night.mp2"_s, u"2026-03-22 02:30:07"_s); }, u"2026-03-29 03:05"_s, 1,
+         [&] { putFile(u"audio/night.mp2"_s, u"2026-03-22 02:30:07"_s); }, "2026-03-29 03:05", 1,
          u"Night: well. Due Sunday 22-03-26 02:30."_s},
-        {"and is waited for no longer", [] {}, u"2026-03-29 03:50"_s, 1,
+        {"and is waited for no longer", [] {}, "2026-03-29 03:50", 1,
          u"Night: LATE. Due today 02:30."_s},
         {"the SPC copy",
          [&] {
              putSettings(true);
              putFile(u"spc/news.mp2"_s, u"2026-03-02 05:55:05"_s);
-             putLog(
-                 u"02-03-26 06:55:05 - News - 9 kB - 9.00 kB/s\n02-03-26 06:55:10 - News - SPC map niet gevonden"_s);
+             putLog("02-03-26 06:55:05 - News - 9 kB - 9.00 kB/s\n"
+                    "02-03-26 06:55:10 - News - SPC map niet gevonden");
          },
-         {},
-         1,
-         u"1920 kB, 34 min ago. Its SPC copy in "_s + at(u"spc/"_s) +
-             u" is of today 05:55, 1920 kB, 1 h 34 min ago. The log says today 06:55:10: SPC map niet gevonden."_s},
-        {"in the same folder there is none",
-         [&] { putSettings(true, u"audio"_s); },
-         {},
-         0,
-         u"OK"_s},
-        {"its folder is gone",
-         [&] { putSettings(true, u"gone"_s); },
-         {},
-         2,
+         now, 1,
+         u"34 min ago. Its SPC copy in %1 is of today 05:55, 1920 kB, 1 h 34 min ago. The log "
+         "says today 06:55:10: SPC map niet gevonden."_s.arg(at(u"spc/"_s))},
+        {"none in the same folder", [&] { putSettings(true, u"audio"_s); }, now, 0, u"OK"_s},
+        {"its folder is gone", [&] { putSettings(true, u"gone"_s); }, now, 2,
          u"3 missing (News, News - long, Night)"_s},
-        {"the destination folder is gone",
-         [&] { QFile::rename(at(u"audio"_s), at(u"away"_s)); },
-         {},
-         2,
-         u"The folder "_s + at(u"audio/"_s) + u" is not there, or"_s},
+        {"the destination folder is gone", [&] { QFile::rename(at(u"audio"_s), at(u"away"_s)); },
+         now, 2, u"The folder %1 is not there, or"_s.arg(at(u"audio/"_s))},
         {"its own name is deleted while it is fetched",
          [&] {
              QFile::rename(at(u"away"_s), at(u"audio"_s));
              QFile::remove(at(u"audio/long.mp2"_s));
-             putLog(u"02-03-26 05:55:09 - News - 9 kB - 9.00 kB/s"_s);
+             putLog("02-03-26 05:55:09 - News - 9 kB - 9.00 kB/s");
          },
-         u"2026-03-02 06:52"_s, 0, u"There is no long.mp2 in "_s},
+         "2026-03-02 06:52", 0, u"There is no long.mp2 in "_s},
         {"the same slot",
          [&] {
-             change(
-                 u"UPDATE Opdrachtgegevens SET Minuten = 55 WHERE Opdrachtnaam = 'News - long'"_s);
+             change(u"UPDATE Opdrachtgegevens SET Minuten = 55 WHERE Minuten = 50"_s);
              putFile(u"audio/long.mp2"_s, u"2026-02-23 06:55:05"_s);
          },
-         {},
-         1,
-         u"News has the same slot, and only one of them is fetched then."_s},
+         now, 1, u"News has the same slot, and only one of them is fetched then."_s},
         {"a row that cannot be read",
-         [&] {
-             putAllWell();
-             change(u"UPDATE Opdrachtgegevens SET Minuten = 'x' WHERE Opdrachtnaam = 'Night'"_s);
-         },
-         {},
-         1,
+         [&] { change(u"UPDATE Opdrachtgegevens SET Minuten = 'x' WHERE Minuten = 30"_s); }, now, 1,
          u"Night: LATE. It cannot be read (Type mismatch)"_s},
         {"a line break in a name",
          [&] {
-             change(u"UPDATE Opdrachtgegevens SET Filenaam = 'a' || char(10) || 'b', "
-                    "Opdrachtnaam = 'Ne' || char(10) || 'w|s' WHERE Opdrachtnaam = 'News'"_s);
+             change(u"UPDATE Opdrachtgegevens SET Opdrachtnaam = 'Ne' || char(10) || 'w|s', "
+                    "Filenaam = 'a' || char(10) || 'b' WHERE Opdrachtnaam = 'News'"_s);
              change(u"UPDATE Tijden SET Opdrachtnaam = 'Ne' || char(10) || 'w|s' "
                     "WHERE Opdrachtnaam = 'News'"_s);
-             putLog(u"02-03-26 06:55:05 - Ne w|s - The file name holds a line break"_s);
+             putLog("02-03-26 06:55:05 - Ne w|s - Some reason");
          },
-         {},
-         2,
-         u"Ne w/s: MISSING. The file name holds a line break or the like, so it is not fetched. Due today 06:55. There is no a b in "_s},
-        {"nothing is active",
-         [&] { change(u"UPDATE Opdrachtgegevens SET Aktief = 0"_s); },
-         {},
-         2,
+         now, 2,
+         u"Ne w/s: MISSING. The file name holds a line break or the like, so it is not fetched. "
+         "Due today 06:55. There is no a b in %1. The log says today 06:55:05: Some reason.\n"_s
+             .arg(at(u"audio/"_s))},
+        {"nothing is active", [&] { change(u"UPDATE Opdrachtgegevens SET Aktief = 0"_s); }, now, 2,
          u"Ostravelin MISSING: no active task has hours, so nothing is fetched\n"_s},
     };
-    for (const Rule &rule : rules) {
-        SCOPED_TRACE(rule.what);
+    for (const auto &[what, prepare, moment, status, words] : rules) {
+        SCOPED_TRACE(what);
         putAllWell();
-        rule.prepare();
-        const Answer answer =
-            run({u"--at"_s, rule.moment.isEmpty() ? u"2026-03-02 07:30"_s : rule.moment});
-        EXPECT_EQ(answer.status, rule.status) << answer.text.toStdString();
-        EXPECT_TRUE(answer.text.contains(rule.words)) << answer.text.toStdString();
+        prepare();
+        expect({QString::fromLatin1(moment)}, status, words);
     }
 }
 
 TEST_F(Check, SaysWhatKeepsItFromChecking)
 {
-    const std::tuple<const char *, std::function<void()>, QStringList, QString> cases[] = {
-        {"an option", [] {}, {u"--folders"_s}, u"Unknown option 'folders'"_s},
-        {"a moment", [] {}, {u"--at"_s, u"noon"_s}, u"not by noon"_s},
-        {"a folder", [] {}, {u"--folder"_s, u"/no where"_s}, u"There is no folder /no where"_s},
-        {"a stranger's log",
-         [&] { putLog(u"2026-03-02T06:55 INFO fetched"_s); },
-         {},
+    for (const auto &[argument, words] : {std::pair(u"--folders"_s, u"Unknown option 'folders'"_s),
+                                          {u"--at=noon"_s, u"not by noon"_s},
+                                          {u"--allow=-1"_s, u"not by -1"_s},
+                                          {u"now"_s, u"Not known: now"_s},
+                                          {u"--folder=/no where"_s, u"no folder /no where"_s}}) {
+        const Answer answer = run({argument});
+        EXPECT_EQ(answer.status, 3);
+        EXPECT_TRUE(answer.text.contains(words)) << answer.text.toStdString();
+    }
+    const QByteArray damage(4096, 'x');
+    const std::tuple<const char *, std::function<void()>, QString> faults[] = {
+        {"log", [&] { putLog("2026-03-02T06:55 INFO fetched"); },
          u"The log holds no line of this program: "_s + log},
-        {"a damaged database",
-         [&] { makeFile(database, fileBytes(database).replace(0, 4096, QByteArray(4096, 'x'))); },
-         {},
-         database},
-        {"no database",
-         [&] { QFile::remove(database); },
-         {},
+        {"damage", [&] { makeFile(database, fileBytes(database).replace(0, 4096, damage)); },
+         u"The file is not a database: "_s + database},
+        {"no database", [&] { QFile::remove(database); },
          u"The database file was not found: "_s + database},
-        {"no destination",
-         [&] { makeFile(settings, "[Opties]\r\nSPC=0\r\n"); },
-         {},
-         u"The settings name no destination folder: "_s},
-        {"no settings",
-         [&] { QFile::remove(settings); },
-         {},
-         u"There are no settings: "_s + settings},
-        {"a folder for settings",
-         [&] { QDir().mkpath(settings); },
-         {},
-         u"The settings file cannot be read: "_s},
+        {"no folder", [&] { makeFile(settings, "[Opties]\r\nSPC=0\r\n"); },
+         u"The settings name no destination folder: "_s + settings},
+        {"nothing", [&] { QFile::remove(settings); }, u"There are no settings: "_s + settings},
+        {"a folder", [&] { QDir().mkpath(settings); },
+         u"The settings file cannot be read: "_s + settings},
     };
-    for (const auto &[what, prepare, arguments, words] : cases) {
+    for (const auto &[what, prepare, words] : faults) {
         SCOPED_TRACE(what);
         prepare();
-        const Answer answer = run(arguments);
+        const Answer answer = run();
         EXPECT_EQ(answer.status, 3);
-        EXPECT_TRUE(answer.text.startsWith(u"Ostravelin NOT CHECKED: "_s) &&
-                    answer.text.contains(words))
+        EXPECT_TRUE(answer.text.startsWith(u"Ostravelin NOT CHECKED: "_s + words))
             << answer.text.toStdString();
     }
 }
