@@ -1,9 +1,8 @@
 #include "app/DownloadRecord.h"
 
+#include "app/Module1.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-
-#include <algorithm>
 
 namespace app {
 
@@ -19,18 +18,11 @@ void DownloadRecord::takeTask(const QString &name, const QString &address, const
         Filenaam = DownloadAdres.mid(slash + 1);
 }
 
-static bool holdsControlCharacter(const QString &text)
-{
-    return std::any_of(text.begin(), text.end(), [](QChar character) {
-        return character.category() == QChar::Other_Control;
-    });
-}
-
 QString unusableText(const QString &address, const QString &fileName)
 {
-    if (holdsControlCharacter(address))
+    if (onOneLine(address) != address)
         return u"The address"_s;
-    if (holdsControlCharacter(fileName))
+    if (onOneLine(fileName) != fileName)
         return u"The file name"_s;
     return {};
 }

@@ -25,8 +25,8 @@ struct DownloadRecord
     void takeTask(const QString &name, const QString &address, const QString &fileName);
 };
 
-/// Which of a task's texts holds a line break or another control character, which no name of a file
-/// and no address has: "The address", "The file name", or "" when both can be used.
+/// Which of a task's texts holds a line break or another control character, which no address and no
+/// name of a file has: "The address", "The file name", or "" when both can be used.
 QString unusableText(const QString &address, const QString &fileName);
 
 /// The address with ":80" before its path, that is before the first "/" from the 8th character

@@ -2,6 +2,7 @@
 #include "app/Version.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
+#include "platform/LocalTime.h"
 
 #include <QDir>
 
@@ -17,14 +18,8 @@ QString logFilePath()
 // "dd-mm-yy hh:mm:ss"
 static QString timeStamp(std::chrono::local_seconds moment)
 {
-    const auto day = std::chrono::floor<std::chrono::days>(moment);
-    const std::chrono::year_month_day date{day};
-    const std::chrono::hh_mm_ss time{moment - day};
-    return QString::asprintf(
-        "%02u-%02u-%02d %02d:%02d:%02d", static_cast<unsigned>(date.day()),
-        static_cast<unsigned>(date.month()), static_cast<int>(date.year()) % 100,
-        static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-        static_cast<int>(time.seconds().count()));
+    return platform::dateOf(moment).toString(u"dd-MM-yy "_s) +
+           platform::timeOf(moment).toString(u"HH:mm:ss"_s);
 }
 
 QString onOneLine(QString text)

@@ -131,5 +131,9 @@ int main(int argc, char **argv)
 
     std::unique_ptr<ui::MainForm> mainForm;
     app::handleEvent([&] { startUp(mainForm); });
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    mainForm.reset(); // what runs is abandoned
+    // The toolkit's own end would wait for a look-up of a name that hangs.
+    host().endProgram(status);
+    return status;
 }

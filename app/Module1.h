@@ -107,16 +107,15 @@ QString folderWithSeparator(const QString &folder);
 /// Whether a file stands at the path.
 bool FileExists(const QString &path);
 
+/// The text on one line: every control character, and so every line break, becomes a blank.
+QString onOneLine(QString text);
+
 /// The activity log's path.
 QString logFilePath();
 
-/// The text with blanks in the place of control characters.
-QString onOneLine(QString text);
-
 /// Appends "dd-mm-yy hh:mm:ss - message" to the log in the program folder, creating it when it is
-/// missing. It is one line: a control character in the message is written as a blank. The file is
-/// open for the time of the call only, so that it is complete on disk at any moment. Raises what
-/// the file system refuses.
+/// missing. The message is written on one line. The file is open for the time of the call only, so
+/// that it is complete on disk at any moment. Raises what the file system refuses.
 void WriteLog(const QString &message);
 
 /// The program's title.

@@ -45,8 +45,9 @@ std::optional<std::chrono::local_seconds> latestMoment(const std::vector<WeekSlo
                                                        std::chrono::local_seconds now);
 
 /// The first slot of this week that is later than the present moment; when there is none, the
-/// first slot of next week. A last slot of this week that falls on the very second is kept, which
-/// is required. `now` is asked again for each row. Nothing when no row can be used.
+/// first slot of next week. A last slot of this week that falls on the very second is kept:
+/// see "The equal second" in docs/behaviour.md. `now` is asked again for each row. Nothing when no
+/// row can be used.
 std::optional<ChosenSlot> chooseSlot(SlotRows &rows,
                                      const std::function<std::chrono::local_seconds()> &now);
 

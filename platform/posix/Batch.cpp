@@ -49,6 +49,7 @@ int NativeHost::startBatch(const ConcatenationBatch &batch,
     process->start(u"cat"_s, {u"--"_s, batch.folder + batch.header, batch.folder + batch.audio});
     if (!process->waitForStarted()) {
         const QString reason = process->errorString();
+        QFile::remove(hidden);
         delete process;
         throw RuntimeError(ErrorNumber::FileNotFound, reason);
     }

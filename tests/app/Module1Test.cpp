@@ -12,10 +12,12 @@ TEST(Log, AppendsStampedLinesToTheFileInTheProgramFolderOrRaises)
     QDir().mkpath(host.programFolder());
     host.clock = moment(2007, 3, 5, 9, 4, 5);
     WriteLog(u"Hourly - café"_s);
+    WriteLog(u"on\r\none\tline\x85"_s);
     host.clock = moment(2010, 12, 31, 23, 59, 59);
     WriteLog(u""_s);
     EXPECT_EQ(fileBytes(host.programFolder() + u"/OstravelinLog.txt"_s),
-              u"05-03-07 09:04:05 - Hourly - café\r\n31-12-10 23:59:59 - \r\n"_s.toLocal8Bit());
+              u"05-03-07 09:04:05 - Hourly - café\r\n"
+              "05-03-07 09:04:05 - on  one line \r\n31-12-10 23:59:59 - \r\n"_s.toLocal8Bit());
 }
 
 TEST(Settings, AreReadAndQuestionMarksWhenMissing)
@@ -42,6 +44,9 @@ TEST(Settings, AWrittenValueKeepsTheLineBreakThatTheCallersVariableLoses)
     EXPECT_EQ(value, u"a  b"_s);
     EXPECT_EQ(fileBytes(host.settingsDirectory() + u"/Ostravelin.ini"_s),
               "[Bestandsmappen]\r\nSPCmap=a\r\nb\r\n");
+    writeSetting(spcFolderKey, QString(300, u'd'));
+    EXPECT_EQ(ReadIni(settingsFileName(), u"Bestandsmappen"_s, u"SPCmap"_s, {}),
+              QString(254, u'd'));
 }
 
 TEST(FixedText, NeverSplitsACharacter)
@@ -70,6 +75,9 @@ TEST(Folders, EndInOneSeparatorOfTheirStyle)
         EXPECT_EQ(DestinationFolder(), folder);
         EXPECT_EQ(SpcFolder(), folder);
     }
+    EXPECT_FALSE(copiesSpcFiles());
+    sBestemmingsmap = u"/SRV"_s; // compared as texts
+    EXPECT_TRUE(copiesSpcFiles());
     // Trimmed in the setting, too, but with its NUL.
     EXPECT_EQ(sSPCmap.text(), u"/srv"_s + QChar::Null + QString(195, u' '));
 }

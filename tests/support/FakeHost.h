@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/NativeHost.h"
+#include "platform/RuntimeError.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -30,7 +31,9 @@ public:
     QWidget *lastFolderOwner = nullptr;
     QStringList openedInEditor;
     bool hasEditor = true;
-    QList<int> endings; ///< the statuses that the program was to end with
+    QList<std::uint32_t> closedBatchWindows;
+    bool failsToBeepAndToFindBatches = false; ///< with an overflow
+    QList<int> endings;                       ///< the statuses that the program was to end with
 
     /// A folder of the test's own; "program" and "settings" are in it.
     QString folder() const { return m_folder.path(); }
@@ -45,7 +48,21 @@ public:
         clock += std::chrono::floor<std::chrono::seconds>(duration);
         ticks = static_cast<std::int32_t>(static_cast<std::uint32_t>(ticks + duration.count()));
     }
-    void beep() override { ++beeps; }
+    void beep() override
+    {
+        ++beeps;
+        failIfTold();
+    }
+    std::uint32_t findBatchWindow(platform::BatchWindowKind kind) const override
+    {
+        failIfTold();
+        return NativeHost::findBatchWindow(kind);
+    }
+    int closeBatchWindow(std::uint32_t window) override
+    {
+        closedBatchWindows << window;
+        return NativeHost::closeBatchWindow(window);
+    }
     QString programFolder() const override { return folder() + QStringLiteral("/program"); }
     QString settingsDirectory() const override { return folder() + QStringLiteral("/settings"); }
     void openTextEditor(const QString &path, std::function<void()> onFailure) override
@@ -75,6 +92,12 @@ public:
     void endProgram(int status) override { endings << status; }
 
 private:
+    void failIfTold() const
+    {
+        if (failsToBeepAndToFindBatches)
+            throw platform::RuntimeError(platform::ErrorNumber::Overflow);
+    }
+
     QTemporaryDir m_folder;
 };
 

@@ -14,16 +14,17 @@ using platform::BatchWindowKind;
 using platform::ErrorNumber;
 using platform::host;
 
-// Whether the batch has ended or not, each tick pauses and looks up the next download. That is
-// kept, and so are its consequences: after a tick that came too early the names are those of the
-// next download.
+// Whether the batch has ended or not, each tick pauses and looks up the next download: see "The
+// early tick of the batch watch" in docs/behaviour.md.
 void MainForm::Timer2_Timer()
 {
     const app::ErrorTrap trap(ErrorNumber::PathNotFound);
     try {
-        if (batchHasEnded())
+        bool ended = false;
+        trap.step([&] { ended = batchHasEnded(); });
+        if (ended)
             finishSpcFile(trap);
-    } catch (const platform::RuntimeError &) {
+    } catch (const platform::RuntimeError &) { // which the trap let out
         endWithoutSpcFolder();
         return;
     }
@@ -49,10 +50,12 @@ bool MainForm::batchHasEnded()
 void MainForm::finishSpcFile(const app::ErrorTrap &trap)
 {
     Timer2->stop();
-    trap.step([this] { platform::deleteFile(BatchFile); });
-    trap.step([] { platform::deleteFile(spcHeaderFile); });
+    trap.step([this] { platform::deleteFile(m_batchFolder + BatchFile); });
+    trap.step([this] { platform::deleteFile(m_batchFolder + spcHeaderFile); });
     if (app::copiesSpcFiles())
         trap.step([this] {
+            if (SpcFolder().isEmpty())
+                throw platform::RuntimeError(ErrorNumber::PathNotFound);
             platform::copyFile(DestinationFolder() + DownloadEntry.spcFilenaam,
                                SpcFolder() + DownloadEntry.spcFilenaam);
         });
@@ -74,8 +77,11 @@ void MainForm::endWithoutSpcFolder()
 // When the address ends in the task's own file name, the SPC file has taken the download's place.
 void MainForm::deleteRawDownload(const app::ErrorTrap &trap) const
 {
-    if (DownloadEntry.Filenaam != DownloadEntry.spcFilenaam)
-        trap.step([this] { platform::deleteFile(DestinationFolder() + DownloadEntry.Filenaam); });
+    const QString raw = DestinationFolder() + DownloadEntry.Filenaam;
+    trap.step([&] {
+        if (!platform::isSameFile(raw, DestinationFolder() + DownloadEntry.spcFilenaam))
+            platform::deleteFile(raw);
+    });
 }
 
 } // namespace ui

@@ -4,6 +4,7 @@
 #include "controls/PB/PB.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
+#include "platform/LocalTime.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
@@ -29,28 +30,23 @@ void MainForm::Timer1_Timer()
     const app::ErrorTrap trap(ErrorNumber::PathNotFound);
     try {
         letPendingMessagesRun();
-        showClock();
-        showNextDownload();
-        showSecondsToGo();
+        trap.step([this] { showClock(); });
+        trap.step([this] { showNextDownload(); });
+        trap.step([this] { showSecondsToGo(); });
         if (isDue())
             startDownload(trap);
-    } catch (const platform::RuntimeError &) {
-        skipForMissingFolder();
+    } catch (const platform::RuntimeError &) { // which the trap let out
+        skipSlot(u"Destination folder not found"_s);
     }
 }
 
-static std::chrono::hh_mm_ss<std::chrono::seconds> timeOfDay()
-{
-    const local_seconds now = host().now();
-    return std::chrono::hh_mm_ss(now - std::chrono::floor<std::chrono::days>(now));
-}
-
-// Hour, minute and second come from three readings of the clock, which is kept.
+// Hour, minute and second come from three readings of the clock, see "Three readings of the
+// clock" in docs/behaviour.md.
 void MainForm::showClock()
 {
-    Label1->showFigures(twoDigits(timeOfDay().hours().count()) + u':' +
-                        twoDigits(timeOfDay().minutes().count()));
-    Label2->showFigures(twoDigits(timeOfDay().seconds().count()));
+    const auto time = [] { return platform::timeOf(host().now()); };
+    Label1->showFigures(twoDigits(time().hour()) + u':' + twoDigits(time().minute()));
+    Label2->showFigures(twoDigits(time().second()));
 }
 
 // The text of the moment is kept: making it twice a second is a tenth of what idling costs.
@@ -63,7 +59,7 @@ void MainForm::showNextDownload()
         m_toldMoment = moment;
         m_momentText = momentText(moment);
     }
-    Label4->setText(m_momentText + u" ==> "_s + DownloadEntry.Opdracht);
+    Label4->setText(m_momentText + u" ==> "_s + app::onOneLine(DownloadEntry.Opdracht));
 }
 
 void MainForm::showSecondsToGo()
@@ -83,11 +79,18 @@ void MainForm::startDownload(const app::ErrorTrap &trap)
 {
     DownloadEntry.DownloadFlag = Boolean::False;
     mnuInstelling(Boolean::False);
-    host().beep();
+    trap.step([] { host().beep(); });
     trap.step([] { platform::changeDirectory(DestinationFolder()); });
+    const QString unusable =
+        app::unusableText(DownloadEntry.DownloadAdres, DownloadEntry.spcFilenaam);
+    if (!unusable.isEmpty()) {
+        skipSlot(unusable + u" contains a line break or another control character"_s);
+        return;
+    }
     trap.step([this] {
-        if (app::FileExists(DownloadEntry.Filenaam))
-            platform::deleteFile(DestinationFolder() + DownloadEntry.Filenaam);
+        const QString old = DestinationFolder() + DownloadEntry.Filenaam;
+        if (app::FileExists(old))
+            platform::deleteFile(old);
     });
     DownloadStartTick = host().tickCount();
     const bool started = trap.step([this] {
@@ -103,11 +106,10 @@ void MainForm::startDownload(const app::ErrorTrap &trap)
 }
 
 // The slot is given up, not tried again.
-void MainForm::skipForMissingFolder()
+void MainForm::skipSlot(const QString &reason)
 {
-    const QString missing = u"Destination folder not found"_s;
-    app::ErrorTrap().step([&] { app::WriteLog(DownloadEntry.Opdracht + u" - "_s + missing); });
-    showStatus(missing);
+    app::ErrorTrap().step([&] { app::WriteLog(DownloadEntry.Opdracht + u" - "_s + reason); });
+    showStatus(reason);
     pause(1000ms);
     ZoekVolgende();
 }

@@ -1,6 +1,6 @@
 #include "ui/main/DisplayText.h"
 
-#include <QDateTime>
+#include "platform/LocalTime.h"
 
 namespace ui {
 
@@ -30,13 +30,8 @@ static QString timeFormatWithSeconds(const QLocale &locale)
 
 QString momentText(std::chrono::local_seconds moment, const QLocale &locale)
 {
-    const auto day = std::chrono::floor<std::chrono::days>(moment);
-    const QDate date =
-        QDate::fromJulianDay(QDate(1970, 1, 1).toJulianDay() + day.time_since_epoch().count());
-    const QTime time =
-        QTime::fromMSecsSinceStartOfDay(static_cast<int>((moment - day).count()) * 1000);
-    return locale.toString(date, QLocale::ShortFormat) + u' ' +
-           locale.toString(time, timeFormatWithSeconds(locale));
+    return locale.toString(platform::dateOf(moment), QLocale::ShortFormat) + u' ' +
+           locale.toString(platform::timeOf(moment), timeFormatWithSeconds(locale));
 }
 
 QString twoDigits(qint64 number)

@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QMenuBar>
 
 #include <utility>
@@ -82,6 +83,8 @@ void MainForm::connectEvents()
     connect(ctlDownload, &controls::DL::Progress, this, [this](qint32 bytes, qint32 total) {
         handleEvent([=, this] { ctlDownload_Progress(bytes, total); });
     });
+    connect(ctlDownload, &controls::DL::Storing, this,
+            [this] { handleEvent([this] { ctlDownload_Storing(); }); });
     connect(ctlDownload, &controls::DL::Completed, this, [this](qint32 bytes, qint32 total) {
         handleEvent([=, this] { ctlDownload_Completed(bytes, total); });
     });
@@ -115,20 +118,24 @@ void MainForm::mnuLogbestand_Click()
     try {
         platform::appendToFile(log, {}); // an empty log is there to be opened as well
     } catch (const platform::RuntimeError &) {
-        tellWhereItIs();
-        return;
+        if (!QFileInfo(log).isReadable()) {
+            tellWhereItIs();
+            return;
+        }
     }
     host().openTextEditor(log, tellWhereItIs);
 }
 
 void MainForm::showStatus(const QString &text)
 {
-    m_statusPanel->setText(text);
-    m_statusPanel->setAccessibleName(u"Status: "_s + text);
+    const QString line = app::onOneLine(text);
+    m_statusPanel->setText(line);
+    m_statusPanel->setAccessibleName(u"Status: "_s + line);
 }
 
-// Blocks the window on purpose, with the status line as it is to be read meanwhile. No message runs
-// here: a download that began in a pause would be lost to the look-up behind it.
+// Blocks the window (see "The blocking pauses" in docs/behaviour.md), with the status line as it is
+// to be read meanwhile. No message runs here: a download that began in a pause would be lost to the
+// look-up behind it.
 void MainForm::pause(std::chrono::milliseconds duration)
 {
     paintNow(m_statusPanel, m_statusPanel->rect());

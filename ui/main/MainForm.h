@@ -28,7 +28,8 @@ class FigureLabel;
 class TextFileBox;
 
 /// Whether a download was asked for by hand. Cleared when a download ends: when the one that was
-/// asked for never starts, the next one is told as forced, which is kept.
+/// asked for never starts, the next one is told as forced: see "The forced mark that waits" in
+/// docs/behaviour.md.
 extern platform::Boolean ForcedDownload;
 
 /// The windows that the main window's menus open. Each is shown modally until the user closes it.
@@ -96,10 +97,11 @@ private:
     void showSecondsToGo();
     bool isDue() const;
     void startDownload(const app::ErrorTrap &trap);
-    void skipForMissingFolder();
+    void skipSlot(const QString &reason);
 
     // Outcome.cpp
     void ctlDownload_Progress(qint32 DownloadedBytes, qint32 TotalBytes);
+    void ctlDownload_Storing();
     void ctlDownload_Completed(qint32 DownloadedBytes, qint32 TotalBytes);
     void endFailedDownload(qint32 DownloadedBytes, const app::ErrorTrap &trap);
     void endSuccessfulDownload(qint32 DownloadedBytes, qint32 TotalBytes,
@@ -120,24 +122,27 @@ private:
     MenuWindows m_windows;
     QPointer<QDialog> m_openWindow; // the one that mnuInstelling() governs
 
-    QTimer *Timer1;         // countdown and trigger
-    QTimer *Timer2;         // batch watch
-    QTimer *RecomputeLater; // the next attempt after one that could not arm anything
+    QTimer *Timer1 = nullptr;         // countdown and trigger
+    QTimer *Timer2 = nullptr;         // batch watch
+    QTimer *RecomputeLater = nullptr; // the next attempt after one that could not arm anything
 
-    TextFileBox *RichTextBox1;  // the SPC files' text on its way to the disk
-    FigureLabel *Label1;        // clock: hours and minutes
-    FigureLabel *Label2;        // clock: seconds
-    FigureLabel *Label3;        // seconds until the pending download
-    ElidedLabel *Label4;        // its moment and task
-    ElidedLabel *m_statusPanel; // panel 1 of StatusBar1
-    QGroupBox *frameDownload;
-    controls::PB *pBar;
-    controls::DL *ctlDownload;
-    QMenu *mnuOpdrachten;
-    QAction *mnuOpties;
+    TextFileBox *RichTextBox1 = nullptr;  // the SPC files' text on its way to the disk
+    FigureLabel *Label1 = nullptr;        // clock: hours and minutes
+    FigureLabel *Label2 = nullptr;        // clock: seconds
+    FigureLabel *Label3 = nullptr;        // seconds until the pending download
+    ElidedLabel *Label4 = nullptr;        // its moment and task
+    ElidedLabel *m_statusPanel = nullptr; // panel 1 of StatusBar1
+    QGroupBox *frameDownload = nullptr;
+    controls::PB *pBar = nullptr;
+    controls::DL *ctlDownload = nullptr;
+    QMenu *mnuOpdrachten = nullptr;
+    QAction *mnuOpties = nullptr;
 
-    QString BatchFile;                  // name of the batch in the destination folder
-    int BatchTask = 0;                  // result of starting it, later of closing its window
+    QString m_batchFolder; // the destination folder when the batch was written
+    QString BatchFile;     // name of the batch in it
+    // The result of starting the batch, later of closing its window. Nothing here reads it; it is
+    // there for whoever extends the watch.
+    int BatchTask = 0;
     std::uint32_t BatchWindow = 0;      // result of the latest search for its window
     std::int32_t DownloadStartTick = 0; // milliseconds of the tick counter
     std::int32_t DownloadEndTick = 0;

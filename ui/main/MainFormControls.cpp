@@ -25,7 +25,7 @@ static constexpr int usualNameLength = 16;
 // A label for figures that are read from afar. Its room is that of its widest text, so that
 // nothing beside it moves when the text changes.
 static FigureLabel *makeFigures(const QString &name, const QString &meaning, const QString &family,
-                                int points, const QString &widestText)
+                                int points, const QString &widestText, const QString &text)
 {
     auto *label = named<FigureLabel>(name);
     label->setAccessibleDescription(meaning); // its name is the text that it shows
@@ -35,7 +35,7 @@ static FigureLabel *makeFigures(const QString &name, const QString &meaning, con
     label->setFont(font);
     label->setText(widestText);
     label->setFixedSize(label->sizeHint());
-    label->clear();
+    label->setText(text);
     label->setBackgroundRole(QPalette::Base); // opaque: the frames behind it are not painted anew
     label->setAutoFillBackground(true);
     return label;
@@ -99,10 +99,11 @@ void MainForm::makeControls()
 
 QWidget *MainForm::makeCountdownFrame()
 {
-    Label1 = makeFigures(u"Label1"_s, u"Hours and minutes"_s, u"Tahoma"_s, 30, u"88:88"_s);
-    Label2 = makeFigures(u"Label2"_s, u"Seconds"_s, u"Tahoma"_s, 18, u"88"_s);
+    Label1 =
+        makeFigures(u"Label1"_s, u"Hours and minutes"_s, u"Tahoma"_s, 30, u"88:88"_s, u"88:88"_s);
+    Label2 = makeFigures(u"Label2"_s, u"Seconds"_s, u"Tahoma"_s, 18, u"88"_s, u"00"_s);
     Label3 = makeFigures(u"Label3"_s, u"Seconds until the next download"_s, u"MS Sans Serif"_s, 24,
-                         u"8888888"_s);
+                         u"8888888"_s, {});
     Label3->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
     standOnBaselineOf(Label1, Label2);

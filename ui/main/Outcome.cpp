@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "ui/main/DisplayText.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/Widgets.h"
 
 namespace ui {
 
@@ -19,7 +20,7 @@ using platform::Boolean;
 Boolean ForcedDownload = Boolean::False;
 
 // Without a trap: a download of more than 21,474,836 bytes overflows the product, and the program
-// ends with the error report. That limit is kept.
+// ends with the error report: see "The largest download" in docs/behaviour.md.
 void MainForm::ctlDownload_Progress(qint32 DownloadedBytes, qint32 TotalBytes)
 {
     if (TotalBytes == 0 || DownloadedBytes <= 0)
@@ -29,6 +30,13 @@ void MainForm::ctlDownload_Progress(qint32 DownloadedBytes, qint32 TotalBytes)
     pBar->setValue(percentage);
     showStatus(u"Download: "_s + DownloadEntry.Opdracht + u"   "_s +
                kilobytesText(DownloadedBytes) + u" kB / "_s + kilobytesText(TotalBytes) + u" kB"_s);
+}
+
+// What follows holds the thread for as long as a slow disk takes.
+void MainForm::ctlDownload_Storing()
+{
+    showStatus(DownloadEntry.Opdracht + u" is being stored..."_s);
+    paintNow(m_statusPanel, m_statusPanel->rect());
 }
 
 void MainForm::ctlDownload_Completed(qint32 DownloadedBytes, qint32 TotalBytes)
@@ -86,13 +94,12 @@ void MainForm::keepUnderTaskFileName() const
 {
     // An address that ends in the task's own file name has put the file into its place already,
     // unless the downloader, which does not tell, could not put it there.
-    if (DownloadEntry.Filenaam == DownloadEntry.spcFilenaam) {
-        if (!app::FileExists(DestinationFolder() + DownloadEntry.Filenaam))
-            throw platform::RuntimeError(platform::ErrorNumber::FileNotFound);
-        return;
-    }
-    platform::replaceFile(DestinationFolder() + DownloadEntry.Filenaam,
-                          DestinationFolder() + DownloadEntry.spcFilenaam);
+    const QString raw = DestinationFolder() + DownloadEntry.Filenaam;
+    const QString kept = DestinationFolder() + DownloadEntry.spcFilenaam;
+    if (!platform::isSameFile(raw, kept))
+        platform::replaceFile(raw, kept);
+    else if (!app::FileExists(raw))
+        throw platform::RuntimeError(platform::ErrorNumber::FileNotFound);
 }
 
 } // namespace ui

@@ -97,6 +97,7 @@ void MainForm::WriteSpcHeader()
                          DownloadEntry.spcFilenaam;
     trap.step([this] { RichTextBox1->saveFile(DestinationFolder() + spcBatchFile); });
     trap.step([] { platform::changeDirectory(DestinationFolder()); });
+    m_batchFolder = DestinationFolder();
     BatchFile = spcBatchFile;
     trap.step([this] { startBatch(); });
     Timer2->start();

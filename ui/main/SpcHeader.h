@@ -13,7 +13,8 @@ inline constexpr qsizetype spcHeaderSize = 256;
 /// The play time that the header claims for an audio file of that size, at 128 kbit/s: the seconds
 /// with two decimals behind a point, for example "59.99". With a decimal mark other than a comma,
 /// or a comma behind the fifth character, ".00" is added to an uncut number ("59.99672.00",
-/// "12345,67.00"). Readers of the files expect these texts, so they are kept.
+/// "12345,67.00"). Players expect these texts: see "Play
+/// times" in docs/behaviour.md.
 QString secondsText(qint64 fileSize, QChar decimalPoint);
 
 /// The header's text, without the padding, with CR LF between its lines and the end-of-text mark

@@ -71,8 +71,13 @@ TEST_F(DownloadCycle, CountsDownAndStartsOnTheSecond)
     EXPECT_TRUE(labelText(u"Label4"_s).contains(u" 11:30:00"_s));
     EXPECT_TRUE(labelText(u"Label4"_s).endsWith(u" ==> Hourly"_s));
     EXPECT_EQ(shown(), Waiting);
+    formControl<controls::PB>()->setValue(50);
+    host.failsToBeepAndToFindBatches = true; // which keeps nothing from being done
     EXPECT_EQ(figuresAt(due), u"11:30 00 0"_s);
+    host.failsToBeepAndToFindBatches = false;
+    EXPECT_EQ(log(), QStringList{u"Overflow"_s});
     EXPECT_EQ(shown(), Downloading);
+    EXPECT_EQ(formControl<controls::PB>()->value(), 0);
     EXPECT_EQ(QDir::currentPath() + u'/', destination({}));
     EXPECT_EQ(figuresAt(due + 1s), u"11:30 01 0"_s);
     EXPECT_EQ(host.beeps, 1);
@@ -113,6 +118,9 @@ TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
     openForm();
     qint32 endTick = 0;
     QString lastStatus;
+    QStringList storing;
+    QObject::connect(formControl<controls::DL>(), &controls::DL::Storing, form.get(),
+                     [&] { storing << status(); });
     onProgress([&] {
         host.ticks = endTick;
         lastStatus = status();
@@ -133,6 +141,7 @@ TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
         EXPECT_EQ(destinationFiles(), (QStringList{u"bystander"_s, u"news.mp2"_s}));
         expectNextWeekArmed();
     }
+    EXPECT_EQ(storing, QStringList(10, u"Hourly is being stored..."_s));
     EXPECT_EQ(log().size(), std::size(cases) + 2); // those without a file tell two things
     EXPECT_EQ(station.requests()[0].target, "http://station.example:80/latest.mp2");
     EXPECT_EQ(lastStatus, u"Download: Hourly   43.21 kB / 123.456 kB"_s);
@@ -142,6 +151,18 @@ TEST_F(DownloadCycle, EveryOutcomeIsToldAndTheNextSlotArmed)
 TEST_F(DownloadCycle, ASlotThatCannotStartIsToldAndGivenUp)
 {
     openForm();
+    const std::pair<QString, QString> brokenTexts[] = {
+        {u"Download_adres = 'http://h/a' || char(10) || 'b'"_s, u"The address"_s},
+        {u"Download_adres = 'http://h/a', Filenaam = 'b' || char(13)"_s, u"The file name"_s}};
+    for (const auto &[set, text] : brokenTexts) {
+        setTasks(set);
+        lookUpBeforeDue();
+        EXPECT_EQ(figuresAt(due), u"11:30 00 0"_s);
+        const QString fault = text + u" contains a line break or another control character"_s;
+        EXPECT_EQ(log().back(), u"Hourly - "_s + fault);
+        EXPECT_EQ(pauses, QStringList{fault + u" for 1000 ms"_s});
+        expectNextWeekArmed();
+    }
     for (const QString &folder : {host.folder() + u"/none"_s, u""_s, u"relative"_s, u"?"_s}) {
         app::sBestemmingsmap = folder;
         lookUpBeforeDue();
@@ -151,10 +172,12 @@ TEST_F(DownloadCycle, ASlotThatCannotStartIsToldAndGivenUp)
         expectNextWeekArmed();
     }
     app::sBestemmingsmap = destination({});
-    setTasks(u"Download_adres = '%1'"_s.arg(u"no slash after the seventh character"_s));
+    setTasks(
+        u"Filenaam = 'a', Download_adres = '%1'"_s.arg(u"no slash after the seventh character"_s));
     lookUpBeforeDue();
     EXPECT_EQ(figuresAt(due), u"11:30 00 0"_s);
     EXPECT_EQ(log().back(), u"Invalid procedure call or argument"_s);
+    EXPECT_EQ(recompute()->interval(), 3000);
     EXPECT_EQ(shown(), Downloading);
     EXPECT_TRUE(recompute()->isActive());
     EXPECT_TRUE(station.requests().empty());

@@ -94,7 +94,8 @@ protected:
     void openForm(ui::MenuWindows windows = {[] {}, [] {}, [] {}, [] {}})
     {
         form = std::make_unique<ui::MainForm>(std::move(windows));
-        countdown()->setInterval(1h);
+        countdownInterval = countdown()->interval();
+        countdown()->setInterval(1h); // only the test makes it tick
         form->show();
     }
 
@@ -158,5 +159,6 @@ protected:
     FakeHost host;
     Station station;
     std::unique_ptr<ui::MainForm> form;
-    QStringList pauses; ///< what the status line says in each, and its length
+    int countdownInterval = 0; ///< milliseconds, as the window has it
+    QStringList pauses;        ///< what the status line says in each, and its length
 };

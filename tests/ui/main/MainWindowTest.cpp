@@ -1,6 +1,7 @@
 #include "tests/ui/main/MainFormTest.h"
 
 #include <QGroupBox>
+#include <QMenuBar>
 
 using MainWindow = MainFormTest;
 
@@ -16,17 +17,27 @@ TEST_F(MainWindow, HasItsTitlesAndMenus)
               .about = [&] { note(u"about"_s); }});
     EXPECT_EQ(form->windowTitle(), u"Ostravelin 1.8.1"_s);
     EXPECT_EQ(formControl<QGroupBox>(u"Frame1"_s)->title(), u"Download Countdown"_s);
+    EXPECT_EQ(labelText(u"Label1"_s) + labelText(u"Label2"_s),
+              u"88:8800"_s); // until the first tick
+    const auto *batchWatch = formControl<QTimer>(u"Timer2"_s);
+    EXPECT_EQ(batchWatch->interval(), 5000);
+    EXPECT_FALSE(batchWatch->isActive());
+    EXPECT_EQ(countdownInterval, 500);
+    EXPECT_TRUE(countdown()->isActive());
 
-    const std::pair<QString, QString> entries[] = {{u"mnuLogbestand"_s, u"&Logfile"_s},
-                                                   {u"mnuMutaties"_s, u"&Mutations"_s},
-                                                   {u"mnuForceDownload"_s, u"&Forced download"_s},
-                                                   {u"mnuOpties"_s, u"O&ptions"_s},
-                                                   {u"mnuInfo"_s, u"&Info"_s}};
-    addTaskAt(due, u"New"_s, u"/new"_s, u"new"_s); // as in the task list
-    for (const auto &[name, caption] : entries) {
-        EXPECT_EQ(formControl<QAction>(name)->text(), caption);
-        trigger(name);
+    QStringList menus;
+    for (const QAction *menu : form->menuBar()->actions()) {
+        menus << menu->text();
+        for (const QAction *entry : menu->menu()->actions())
+            menus << entry->text();
     }
+    EXPECT_EQ(menus.join(u' '), u"&Tasks &Mutations &Forced download &Configuration O&ptions &Help "
+                                "&Info &Logfile"_s);
+    const QString entries[] = {u"mnuLogbestand"_s, u"mnuMutaties"_s, u"mnuForceDownload"_s,
+                               u"mnuOpties"_s, u"mnuInfo"_s};
+    addTaskAt(due, u"New"_s, u"/new"_s, u"new"_s); // as in the task list
+    for (const QString &name : entries)
+        trigger(name);
     EXPECT_EQ(opened.join(u", "_s), u"list, force beside the countdown, "
                                     "options beside the countdown, about beside the countdown"_s);
     EXPECT_EQ(form->DownloadEntry.Opdracht, u"New"_s);
@@ -35,8 +46,8 @@ TEST_F(MainWindow, HasItsTitlesAndMenus)
     EXPECT_EQ(host.messages, QStringList{});
 
     openForm(ui::MenuWindows());
-    for (const auto &[name, caption] : entries)
-        EXPECT_EQ(formControl<QAction>(name)->isVisible(), name == entries[0].first);
+    for (const QString &name : entries)
+        EXPECT_EQ(formControl<QAction>(name)->isVisible(), name == entries[0]);
     host.hasEditor = false;
     trigger(u"mnuLogbestand"_s);
     EXPECT_TRUE(host.messages.join(u'|').contains(app::logFilePath()));

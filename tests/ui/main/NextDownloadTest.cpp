@@ -11,6 +11,7 @@ TEST_F(NextDownload, WithoutActiveTasksThatHaveSlotsSaysSoInRed)
         return label->palette().color(label->foregroundRole()).name();
     };
     for (const QStringList &logged : {QStringList(), {u"Invalid use of Null"_s}}) {
+        tick();
         EXPECT_EQ(labelText(u"Label4"_s) + labelText(u"Label3"_s), u"No tasks"_s);
         EXPECT_EQ(taskColour(), u"#ff0000"_s);
         EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
@@ -77,6 +78,7 @@ TEST_F(NextDownload, AFailedComputationIsLoggedOnceAndTriedAgain)
     EXPECT_EQ(form->DownloadEntry.DownloadFlag, Boolean::False);
     EXPECT_EQ(form->DownloadEntry.DownloadTime, std::chrono::local_seconds{});
     EXPECT_TRUE(recompute()->isActive());
+    EXPECT_EQ(recompute()->interval(), 60'000);
     EXPECT_TRUE(store::rsOpdrachten->isOpen());
     store::rsOpdrachten->close();
     tick(recompute());

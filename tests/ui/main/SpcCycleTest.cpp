@@ -7,7 +7,7 @@
 
 static QByteArray header(const QString &fileName)
 {
-    return ("FILE: " + fileName.toUtf8() +
+    return ("FILE: " + fileName.toLatin1() +
             "\r\nDESCRIPTION: NL 1.8.1\r\nSAMPLE RATE: 48000\r\nFILTER CUTOFF: 0\r\n"
             "SAMPLE SIZE: 16 bits\r\nSAMPLE FORMAT: MPEG\r\nCHANNELS: 2\r\nSECONDS: 1.199934.00"
             "\r\nSAMPLES PER BLOCK: 1152\r\nBYTES PER BLOCK: 768\r\n"
@@ -25,6 +25,8 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         // the task's file name, the SPC folder, the last line of the log and the last status
         {u"news.spc"_s, spcFolder({}), downloaded, done},
         {u"hourly-news.spc"_s, spcFolder({}), unpadded, done},
+        {u"nouvellé1.spc"_s, spcFolder({}), downloaded, done}, // exactly 256 bytes
+        {u"news.spc"_s, u"  "_s, u"Hourly - "_s + missing, missing},
         {u"news.spc"_s, host.folder() + u"/none"_s, u"Hourly - "_s + missing, missing},
         // what is equal loses nothing: names of task and address, both folders
         {u"latest.mp2"_s, spcFolder({}), downloaded, done},
@@ -40,7 +42,7 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         file.setFileTime(QDateTime::currentDateTime().addDays(-2), QFile::FileModificationTime);
     }
     openForm();
-    onProgress([this] { host.ticks += 1000; });
+    onProgress([this] { host.ticks = 1000; });
     for (const auto &[fileName, folder, logged, told] : cases) {
         SCOPED_TRACE((fileName + u' ' + folder).toStdString());
         const QString spcFile = destination(fileName);
@@ -51,6 +53,7 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         setTasks(u"Filenaam = '%1'"_s.arg(fileName));
         app::sSPCmap = folder;
         lookUpBeforeDue();
+        host.ticks = 0;
         runDownload();
         EXPECT_TRUE(watch()->isActive());
         EXPECT_FALSE(formControl<QAction>(u"mnuOpties"_s)->isEnabled());
@@ -59,7 +62,7 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         waitForBatch();
         EXPECT_EQ(fileBytes(destination(u"tijdelijk.txt"_s)), header(fileName));
         EXPECT_EQ(fileBytes(destination(u"tijdelijk.bat"_s)),
-                  "copy /b tijdelijk.txt + latest.mp2 " + fileName.toUtf8());
+                  "copy /b tijdelijk.txt + latest.mp2 " + fileName.toLatin1());
 
         tick(watch());
         EXPECT_EQ(fileBytes(spcFile), header(fileName) + audio);
@@ -71,7 +74,7 @@ TEST_F(SpcCycle, MakesTheSpcFileAndItsCopyAndGoesOn)
         expectNextArmed();
         QFile::remove(spcFile);
     }
-    EXPECT_EQ(log().size(), std::size(cases) + 2); // with those of the header and of no folder
+    EXPECT_EQ(log().size(), std::size(cases) + 3); // with those of the header and of no folders
 }
 
 TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
@@ -84,6 +87,10 @@ TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
         host.startBatch({folder + u'/', u"slow.bat"_s, u"header"_s, u"audio"_s, u"out"_s},
                         [](auto) {});
         watch()->start();
+        host.failsToBeepAndToFindBatches = true; // as if it ran on
+        tick(watch());
+        host.failsToBeepAndToFindBatches = false;
+        EXPECT_EQ(log().back(), u"Overflow"_s);
         pauses.clear();
         tick(watch());
         EXPECT_TRUE(watch()->isActive());
@@ -92,7 +99,9 @@ TEST_F(SpcCycle, WatchesOnWhileTheBatchRunsAndLooksUpTheNextDownload)
 
         endSlowBatch(folder);
         waitForBatch();
+        host.closedBatchWindows.clear();
         tick(watch());
+        EXPECT_EQ(host.closedBatchWindows.isEmpty(), mode == u"1"_s);
         expectNextArmed();
     }
 }
@@ -103,6 +112,7 @@ TEST_F(SpcCycle, MissingFilesAreLoggedAndTheOldSpcFileStays)
     openForm();
     form->WriteSpcHeader(); // the download is gone
     waitForBatch();
+    EXPECT_TRUE(fileBytes(destination(u"tijdelijk.txt"_s)).contains("\r\nSECONDS: \r\n"));
     QFile::remove(destination(u"tijdelijk.txt"_s));
     tick(watch());
     EXPECT_EQ(log().count(u"File not found"_s), 3); // the download, twice, and tijdelijk.txt

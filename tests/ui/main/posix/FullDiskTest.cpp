@@ -27,3 +27,29 @@ TEST_F(SpcCycle, AFullDiskLeavesTheOldFilesWhole)
         expectNextArmed();
     }
 }
+
+TEST_F(SpcCycle, ABatchThatCannotBeStartedCountsAsEnded)
+{
+    openForm();
+    makeFile(destination(u"latest.mp2"_s), audio);
+    lookUpBeforeDue();
+    const QByteArray programs = qgetenv("PATH");
+    qputenv("PATH", "/none");
+    form->WriteSpcHeader();
+    qputenv("PATH", programs);
+    EXPECT_EQ(log().size(), 1);
+    EXPECT_TRUE(watch()->isActive());
+    tick(watch());
+    EXPECT_EQ(destinationFiles(), QStringList());
+    expectNextArmed();
+}
+
+// The log is a program that runs, which not even an administrator may write.
+TEST_F(MainFormTest, ALogThatMayOnlyBeReadIsShown)
+{
+    QFile::link(QCoreApplication::applicationFilePath(), app::logFilePath());
+    openForm();
+    trigger(u"mnuLogbestand"_s);
+    EXPECT_EQ(host.openedInEditor, QStringList{app::logFilePath()});
+    EXPECT_EQ(host.messages, QStringList());
+}
