@@ -7,8 +7,8 @@ namespace controls {
 
 using namespace Qt::StringLiterals;
 
-// Deliberate: "Max" is read but not written, "Font" is written but not read, and the style of a
-// missing entry (3) is not the one that a new control has (2).
+// "Max" is read but not written, "Font" is written but not read, and the style of a missing entry
+// (3) is not the one that a new control has (2): see docs/behaviour.md.
 
 void PB::readProperties(const PropertyBag &bag)
 {

@@ -46,7 +46,8 @@ std::int32_t NativeHost::tickCount() const
 {
     const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
     const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count();
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(count)); // wraps on purpose
+    return static_cast<std::int32_t>(
+        static_cast<std::uint32_t>(count)); // wraps: see docs/behaviour.md
 }
 
 void NativeHost::sleep(std::chrono::milliseconds duration)

@@ -26,7 +26,7 @@ std::chrono::local_seconds NativeHost::now() const
 
 std::int32_t NativeHost::tickCount() const
 {
-    return static_cast<std::int32_t>(GetTickCount()); // wraps on purpose
+    return static_cast<std::int32_t>(GetTickCount()); // wraps: see docs/behaviour.md
 }
 
 void NativeHost::sleep(std::chrono::milliseconds duration)

@@ -7,9 +7,9 @@
 namespace ui {
 
 /// The minutes of the hour, "0" to "59", without the taken ones, which come highest first. Each is
-/// removed by its position in the list, on purpose: of two equal ones the second takes away the
-/// next higher free minute. Raises InvalidProcedureCall for a position that the list does not have,
-/// or has no more.
+/// removed by its position in the list: of two equal ones the second takes away the next higher
+/// free minute (see "Minutes by position" in docs/behaviour.md). Raises InvalidProcedureCall for a
+/// position that the list does not have, or has no more.
 QStringList freeMinutes(const std::vector<int> &taken);
 
 /// A combo box that does not take typing, and yet can show a text that is not in its list. That

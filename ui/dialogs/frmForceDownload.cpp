@@ -73,8 +73,7 @@ void frmForceDownload::ComboOpdracht_Click()
         CmdForceDownload->setEnabled(true);
 }
 
-// DownloadFlag stays as it is, on purpose: the countdown starts the download only while a
-// scheduled one is pending, whose place it takes.
+// DownloadFlag stays as it is: see "Forced only beside a pending one" in docs/behaviour.md.
 void frmForceDownload::CmdForceDownload_Click()
 {
     const OpenRecordset task(*rsOpdrachten,

@@ -139,7 +139,7 @@ void frmOpdrachten::Wijzigen_Click()
     selectTask(sOpdrachtnaam); // under its new name, or its old one when nothing was saved
 }
 
-// The task's slots stay behind, which is kept: a new task of that name gets them back.
+// The task's slots stay behind: see "Slots that stay after a deletion" in docs/behaviour.md.
 void frmOpdrachten::Verwijderen_Click()
 {
     const QString name = moveToGridRow();

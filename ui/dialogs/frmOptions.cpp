@@ -95,7 +95,7 @@ void frmOptions::makeControls()
         tbsOptions->addTab(u"Sample %1"_s.arg(number));
         pages->addWidget(makeSamplePage(number));
     }
-    // Selecting a tab changes nothing, on purpose: the first page stays in front.
+    // Selecting a tab changes nothing: see "Tabs that change nothing" in docs/behaviour.md.
 
     auto *content = new QVBoxLayout(this);
     content->addWidget(tbsOptions);

@@ -9,8 +9,8 @@ class QPushButton;
 namespace ui {
 
 /// Lets the user choose a folder of the file system, over the window hwndOwner. Returns its path
-/// with one NUL character at its end, which is deliberate, or "" when the user chose none or one
-/// whose path is longer than 254 characters.
+/// with one NUL character at its end, see "The NUL of a chosen folder" in docs/behaviour.md, or ""
+/// when the user chose none or one whose path is longer than 254 characters.
 QString BrowseForFolder(QWidget *hwndOwner, const QString &title);
 
 /// The window of the four settings. Its Submit and Save write them to the settings file and put

@@ -222,8 +222,7 @@ bool frmSchedule::save()
     return true;
 }
 
-// Only the name of a new task is tested: a renamed one may take the name of another task, which is
-// kept so on purpose.
+// Only the name of a new task is tested: see "A rename into another's name" in docs/behaviour.md.
 bool frmSchedule::writeTask()
 {
     const QString name = txtOpdrachtnaam->text();
@@ -246,7 +245,7 @@ bool frmSchedule::writeTask()
 
 // Slots go by the name in the window. Those that a task had under another name before it was
 // renamed stay where they are, and a new task finds those that a deleted one of its name has left:
-// both are kept so on purpose.
+// see "Slots that stay after a deletion" in docs/behaviour.md.
 void frmSchedule::writeSlots()
 {
     const QString name = txtOpdrachtnaam->text();
