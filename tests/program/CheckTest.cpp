@@ -25,6 +25,7 @@ class Check : public testing::Test
 protected:
     Check()
     {
+        qputenv("TZ", "Europe/Amsterdam"); // the zone in which files are put and looked at
         QDir().mkpath(at(u"ostravelin/database"_s));
         QFile::copy(QStringLiteral(CHECK), at(u"ostravelin/ostravelin-check"_s));
         QFile::copy(QStringLiteral(EMPTY_DATABASE), database);
