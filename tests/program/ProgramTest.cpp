@@ -39,6 +39,16 @@ protected:
         process.start(program, QStringList());
     }
 
+    /// Has a user at the program who does this; see User.cpp.
+    static void attend(const QByteArray &chooses, const QByteArray &closesAt)
+    {
+        qputenv("LD_PRELOAD", USER);
+        qputenv("ASAN_OPTIONS", "verify_asan_link_order=0"); // the user is loaded before it
+        chooses.isEmpty() ? qunsetenv("USER_CHOOSES") : qputenv("USER_CHOOSES", chooses);
+        qputenv("USER_CLOSES_AT", closesAt);
+        qputenv("no_proxy", "station.example"); // its name is looked up
+    }
+
     void setEnvironment(const Station &station)
     {
         qputenv("LC_ALL", "nl_NL.UTF-8");
@@ -134,6 +144,37 @@ TEST_F(Program, RunsAScheduledDownload)
     EXPECT_EQ(filesIn(at(u"audio"_s)), QStringList{u"news.mp2"_s});
     EXPECT_EQ(station.requests().size(), 1U);
     EXPECT_EQ(process.state(), QProcess::Running);
+}
+
+TEST_F(Program, EndsWhenItsUserEndsItWhateverHangs)
+{
+    struct Case
+    {
+        const char *about;
+        bool isFirstStart;
+        QByteArray chooses, closesAt; // empty: never
+        QByteArray savedFolder;
+    };
+    const QByteArray audioFolder = at(u"audio"_s).toUtf8();
+    const Case cases[] = {
+        {"closes the window", false, {}, "Next Download", audioFolder},
+        {"closes it during a look-up", false, {}, "Progress Download", audioFolder},
+        {"cancels the first start", true, {}, {}, {}},
+        {"chooses a folder", true, audioFolder, "Next Download", audioFolder}};
+    Station station;
+    schedule(station, {10});
+    for (const auto &[about, isFirstStart, chooses, closesAt, savedFolder] : cases) {
+        SCOPED_TRACE(about);
+        if (isFirstStart)
+            QFile::remove(settings);
+        attend(chooses, closesAt);
+        start(station);
+        EXPECT_TRUE(process.waitForFinished(60'000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        EXPECT_EQ(fileBytes(settings).contains("Bestemmingsmap=" + savedFolder + "\r\n"),
+                  !savedFolder.isEmpty());
+    }
 }
 
 TEST_F(Program, FollowsTheZoneOfTheMachine)
