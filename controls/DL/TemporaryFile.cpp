@@ -1,5 +1,6 @@
 #include "controls/DL/TemporaryFile.h"
 
+#include "platform/FileSystem.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
@@ -40,7 +41,14 @@ qint64 TemporaryFile::write(const char *bytes, qint64 size)
 bool TemporaryFile::close()
 {
     m_file.close();
-    return m_file.error() == QFileDevice::NoError;
+    if (m_file.error() != QFileDevice::NoError)
+        return false;
+    try {
+        platform::system::flushFile(m_file.fileName());
+        return true;
+    } catch (const platform::RuntimeError &) {
+        return false;
+    }
 }
 
 void TemporaryFile::moveTo(const QString &path)

@@ -18,7 +18,7 @@ public:
     /// when the disk took no more.
     qint64 write(const char *bytes, qint64 size);
 
-    /// Whether the system confirmed that all written bytes are stored.
+    /// Whether the system confirmed that all written bytes are stored, and on the disk.
     bool close();
 
     /// Moves the closed file to where nothing stands yet; errors are those of platform::moveFile,

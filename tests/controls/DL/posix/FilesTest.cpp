@@ -1,8 +1,19 @@
 #include "tests/controls/DL/Downloads.h"
 #include "tests/support/posix/FileSizeLimit.h"
 
+#include <cerrno>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+static bool diskRefuses = false;
+
+// Takes the place of the system's own in this program.
+extern "C" int fsync(int file)
+{
+    errno = EIO;
+    return diskRefuses ? -1 : static_cast<int>(syscall(SYS_fsync, file));
+}
 
 using DownloadedFiles = Downloads;
 
@@ -36,5 +47,14 @@ TEST_F(DownloadedFiles, CountAsBrokenOffWhenTheyCannotBeClosed)
         }
     });
     EXPECT_EQ(download(u"/raw.mp2"_s), Counts(5, 0));
+    EXPECT_FALSE(QFile::exists(destination()));
+}
+
+TEST_F(DownloadedFiles, CountAsBrokenOffWhenTheDiskRefusesThem)
+{
+    station.answerOthers({.body = "audio"});
+    diskRefuses = true;
+    EXPECT_EQ(download(u"/raw.mp2"_s), Counts(5, 0));
+    diskRefuses = false;
     EXPECT_FALSE(QFile::exists(destination()));
 }
