@@ -25,7 +25,6 @@ class Check : public testing::Test
 protected:
     Check()
     {
-        qputenv("TZ", "Europe/Amsterdam"); // the zone in which files are put and looked at
         QDir().mkpath(at(u"ostravelin/database"_s));
         QFile::copy(QStringLiteral(CHECK), at(u"ostravelin/ostravelin-check"_s));
         QFile::copy(QStringLiteral(EMPTY_DATABASE), database);
@@ -89,8 +88,8 @@ protected:
     {
         QProcess process;
         QProcessEnvironment environment;
-        environment.insert(u"TZ"_s, u"Europe/Amsterdam"_s);
         environment.insert(u"XDG_CONFIG_HOME"_s, at(u"config"_s));
+        environment.insert(u"TZ"_s, qEnvironmentVariable("TZ"));
         process.setProcessEnvironment(environment);
         process.start(at(u"ostravelin/ostravelin-check"_s), arguments);
         EXPECT_TRUE(process.waitForFinished(60'000));
