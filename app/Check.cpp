@@ -1,9 +1,11 @@
 #include "app/Check.h"
 
+#include "app/CheckText.h"
 #include "app/Module1.h"
 #include "platform/FolderLock.h"
 #include "platform/Host.h"
 #include "platform/RuntimeError.h"
+#include "store/ScheduleRow.h"
 #include "store/TaskStore.h"
 
 #include <QDir>
@@ -42,26 +44,17 @@ static QStringList allTaskNames(store::Recordset &rows)
     return names;
 }
 
-// The text of a field that the program insists on.
-static QString textOf(const store::Recordset &row, QStringView field)
-{
-    if (row.value(field).isEmpty())
-        throw RuntimeError(ErrorNumber::InvalidUseOfNull);
-    return row.value(field).toText();
-}
-
 // A task with the one slot of its row.
-static CheckedTask taskOfRow(const store::Recordset &row)
+static CheckedTask taskOfRow(const store::ScheduleRow &row)
 {
     CheckedTask task{.name = {}, .address = {}, .fileName = {}, .slots = {}, .fault = {}};
     try {
-        task.name = onOneLine(textOf(row, u"Opdrachtgegevens.Opdrachtnaam")); // as in the log
-        task.address = textOf(row, u"Download_adres");
-        task.fileName = textOf(row, u"Filenaam");
-        const int minute = row.value(u"Minuten").toInteger();
-        if (!row.value(u"Dagen").isEmpty() || !row.value(u"Uren").isEmpty())
-            task.slots.push_back(
-                {row.value(u"Dagen").toInteger(), row.value(u"Uren").toInteger(), minute});
+        task.name = onOneLine(row.name()); // as in the log
+        task.address = row.address();
+        task.fileName = row.fileName();
+        const int minute = row.minute();
+        if (row.hasSlot())
+            task.slots.push_back({row.day(), row.hour(), minute});
     } catch (const RuntimeError &error) {
         task.fault = error.description();
     }
@@ -79,9 +72,9 @@ static bool isOneTask(const CheckedTask &first, const CheckedTask &second)
 static std::vector<CheckedTask> activeTasks(store::Recordset &rows)
 {
     std::vector<CheckedTask> tasks;
-    for (const store::OpenRecordset row(rows, store::scheduleStatement()); !row->atEnd();
-         row->moveNext()) {
-        const CheckedTask read = taskOfRow(*row);
+    const store::OpenRecordset schedule(rows, store::scheduleStatement());
+    for (const store::ScheduleRow row(*schedule); !schedule->atEnd(); schedule->moveNext()) {
+        const CheckedTask read = taskOfRow(row);
         const auto known = std::find_if(tasks.begin(), tasks.end(), [&](const CheckedTask &task) {
             return isOneTask(task, read);
         });

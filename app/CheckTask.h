@@ -55,9 +55,6 @@ FoundFile findFile(const QString &folder, const QString &fileName);
 /// The local wall clock at an instant.
 std::chrono::local_seconds localMoment(const QDateTime &instant);
 
-/// A moment for a person: "today 06:55:05", "Monday 23-11-26 06:55:05".
-QString secondText(std::chrono::local_seconds moment, std::chrono::local_seconds now);
-
 /// Judges `tasks[index]` by the files that it should have (the one that the player reads, then the
 /// copy in the SPC folder when there is to be one), and tells what the log says of it. The other
 /// tasks may be the reason why a slot was passed over.

@@ -2,6 +2,7 @@
 #include "app/NextSlot.h"
 #include "controls/PB/PB.h"
 #include "platform/Host.h"
+#include "store/ScheduleRow.h"
 #include "store/TaskStore.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
@@ -9,8 +10,6 @@
 
 #include <QGroupBox>
 #include <QMenu>
-
-#include <array>
 
 namespace ui {
 
@@ -30,12 +29,8 @@ class TaskSlotRows : public app::SlotRows
 public:
     TaskSlotRows(store::Recordset &rows, const app::ErrorTrap &trap)
         : m_rows(rows)
+        , m_row(rows)
         , m_trap(trap)
-        , m_day(rows.fieldIndex(u"Dagen"_s))
-        , m_hour(rows.fieldIndex(u"Uren"_s))
-        , m_minute(rows.fieldIndex(u"minuten"_s))
-        , m_texts{rows.fieldIndex(u"Opdrachtgegevens.Opdrachtnaam"_s),
-                  rows.fieldIndex(u"Download_adres"_s), rows.fieldIndex(u"Filenaam"_s)}
     {}
 
     void moveFirst() override { m_rows.moveFirst(); }
@@ -51,26 +46,20 @@ public:
 
     void fill(app::DownloadRecord &record) const
     {
-        record.takeTask(m_rows.value(m_texts[0]).toText(), m_rows.value(m_texts[1]).toText(),
-                        m_rows.value(m_texts[2]).toText());
+        record.takeTask(m_row.name(), m_row.address(), m_row.fileName());
     }
 
 private:
     app::WeekSlot readWhole() const
     {
-        for (const int text : m_texts)
-            if (!m_rows.holdsValue(text))
-                throw platform::RuntimeError(platform::ErrorNumber::InvalidUseOfNull);
-        return {m_rows.value(m_day).toInteger(), m_rows.value(m_hour).toInteger(),
-                m_rows.value(m_minute).toInteger()};
+        if (!m_row.holdsTexts())
+            throw platform::RuntimeError(platform::ErrorNumber::InvalidUseOfNull);
+        return {m_row.day(), m_row.hour(), m_row.minute()};
     }
 
     store::Recordset &m_rows;
+    store::ScheduleRow m_row;
     const app::ErrorTrap &m_trap;
-    int m_day;
-    int m_hour;
-    int m_minute;
-    std::array<int, 3> m_texts;
 };
 
 } // namespace
