@@ -42,7 +42,7 @@ void beforeErrorReport(std::function<void()> comeToRest)
     restingAction = std::move(comeToRest);
 }
 
-void endWithErrorReport(const RuntimeError &error)
+static void endWithErrorReport(const RuntimeError &error)
 {
     if (std::exchange(isEnding, true))
         return;

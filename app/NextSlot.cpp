@@ -29,13 +29,14 @@ static int weekdayOfSerial(int serial)
     return (remainder < 0 ? remainder + 7 : remainder) + 1;
 }
 
-local_seconds momentThisWeek(const WeekSlot &slot, local_seconds now)
+// In the week (Monday to Sunday) of `now`.
+static local_seconds momentThisWeek(const WeekSlot &slot, local_seconds now)
 {
     const local_days today = dayOf(now);
     return today + days{slot.day - weekdayNumber(today)} + hours{slot.hour} + minutes{slot.minute};
 }
 
-local_seconds momentNextWeek(const WeekSlot &slot, local_seconds now)
+static local_seconds momentNextWeek(const WeekSlot &slot, local_seconds now)
 {
     const local_days today = dayOf(now);
     const int daysAhead = (7 - weekdayNumber(today)) + weekdayOfSerial(slot.day);

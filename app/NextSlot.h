@@ -34,12 +34,6 @@ struct ChosenSlot
     std::chrono::local_seconds moment;
 };
 
-/// The slot's moment in the week (Monday to Sunday) of `now`.
-std::chrono::local_seconds momentThisWeek(const WeekSlot &slot, std::chrono::local_seconds now);
-
-/// The slot's moment in the week after that of `now`.
-std::chrono::local_seconds momentNextWeek(const WeekSlot &slot, std::chrono::local_seconds now);
-
 /// The latest moment of any of the slots that is not later than `now`; nothing without slots.
 std::optional<std::chrono::local_seconds> latestMoment(const std::vector<WeekSlot> &slots,
                                                        std::chrono::local_seconds now);

@@ -8,9 +8,4 @@ namespace platform {
 /// exactly.
 enum class Boolean : std::int16_t { False = 0, True = -1 };
 
-constexpr Boolean toBoolean(bool value)
-{
-    return value ? Boolean::True : Boolean::False;
-}
-
 } // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace platform {
@@ -9,5 +10,9 @@ QString trimmedBlanks(const QString &text);
 
 /// The part of the text before its first NUL character, or all of it when it has none.
 QString untilNul(const QString &text);
+
+/// The text in the system's single-byte code page: the ANSI one on Windows, Windows-1252
+/// elsewhere. A character that it does not have becomes "?".
+QByteArray singleByteText(const QString &text);
 
 } // namespace platform

@@ -130,7 +130,7 @@ static bool looksRandom(const QByteArray &page)
 
 static bool looksEncrypted(const QString &path)
 {
-    static constexpr qint64 pageSize = 1024;
+    constexpr qint64 pageSize = 1024;
     QFile file(path);
     return file.open(QIODevice::ReadOnly) && file.size() % pageSize == 0 &&
            looksRandom(file.read(pageSize));

@@ -1,4 +1,4 @@
-#include "platform/SingleByteText.h"
+#include "platform/Text.h"
 
 #include <QList>
 

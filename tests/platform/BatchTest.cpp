@@ -1,4 +1,4 @@
-#include "platform/SingleByteText.h"
+#include "platform/Text.h"
 #include "tests/support/System.h"
 #include "tests/support/Test.h"
 

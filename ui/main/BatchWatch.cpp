@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/SpcHeader.h"
 
 namespace ui {
 

@@ -151,9 +151,6 @@ private:
     QString m_momentText;
 };
 
-/// The header's own file in the destination folder, until it is part of the SPC file.
-extern const QString spcHeaderFile;
-
 /// Dispatches what waits for the window (timers, downloads, painting). User input is left for
 /// later, so that no window opens in the middle of a handler.
 void letPendingMessagesRun();

@@ -4,7 +4,7 @@
 #include "app/Module1.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
-#include "platform/SingleByteText.h"
+#include "platform/Text.h"
 #include "ui/main/MainForm.h"
 
 #include <QLocale>
@@ -62,7 +62,6 @@ void TextFileBox::saveFile(const QString &path) const
     platform::writeFile(path, platform::singleByteText(text));
 }
 
-const QString spcHeaderFile = u"tijdelijk.txt"_s;
 static const QString spcBatchFile = u"tijdelijk.bat"_s;
 
 static QString locallyWrittenSeconds(const QString &audioFile)

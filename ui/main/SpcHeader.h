@@ -7,6 +7,9 @@
 // The text header that turns MPEG audio into an SPC file.
 namespace ui {
 
+/// The header's own file in the destination folder, until it is part of the SPC file.
+inline const QString spcHeaderFile = QStringLiteral("tijdelijk.txt");
+
 /// The header's size in an SPC file, in bytes; shorter texts are padded with NUL.
 inline constexpr qsizetype spcHeaderSize = 256;
 

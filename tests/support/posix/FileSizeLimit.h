@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <csignal>
 #include <sys/resource.h>
@@ -18,8 +20,7 @@ public:
         const rlimit limit = {std::min(bytes, m_before.rlim_max), m_before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
     ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
 
 private:

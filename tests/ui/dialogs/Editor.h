@@ -63,7 +63,7 @@ protected:
     /// Without a name it adds a task.
     void openEditor(const QString &name = {})
     {
-        store::bNieuweOpdracht = platform::toBoolean(name.isEmpty());
+        store::bNieuweOpdracht = name.isEmpty() ? Boolean::True : Boolean::False;
         store::sOpdrachtnaam = name;
         editor = std::make_unique<Editor>();
         editor->show();
