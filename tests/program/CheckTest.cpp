@@ -6,18 +6,11 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <map>
 #include <optional>
 
 namespace {
 
 constexpr auto now = "2026-03-02 07:30";
-
-struct Answer
-{
-    int status;
-    QString text;
-};
 
 // The companion in a program folder of its own, in March 2026, whose 2nd is a Monday.
 class Check : public testing::Test
@@ -25,8 +18,8 @@ class Check : public testing::Test
 protected:
     Check()
     {
-        QDir().mkpath(at(u"ostravelin/database"_s));
-        QFile::copy(QStringLiteral(CHECK), at(u"ostravelin/ostravelin-check"_s));
+        QDir().mkpath(folder + u"/database"_s);
+        QFile::copy(QStringLiteral(CHECK), folder + u"/ostravelin-check"_s);
         QFile::copy(QStringLiteral(EMPTY_DATABASE), database);
         change(u"INSERT INTO Opdrachtgegevens VALUES "
                "('News', 'http://a.example/latest.mp2', 'news.mp2', 55, 1), "
@@ -37,14 +30,14 @@ protected:
         change(u"INSERT INTO Tijden VALUES ('News', 1, 5), ('News', 1, 6), ('News - long', 1, 6), "
                "('Night', 7, 2), ('Resting', 1, 1)"_s);
         putAllWell();
-        running.emplace(at(u"ostravelin"_s));
+        running.emplace(folder);
     }
 
     QString at(const QString &path) const { return root.filePath(u"a b é/"_s + path); }
 
     void change(const QString &statement) const
     {
-        store::OpenDatabase(at(u"ostravelin"_s));
+        store::OpenDatabase(folder);
         store::dbConnection.execute(statement);
         store::dbConnection.close();
     }
@@ -70,10 +63,10 @@ protected:
     void putAllWell() const
     {
         putSettings(false);
-        for (const QString &folder : {u"audio/"_s, u"spc/"_s}) {
-            putFile(folder + u"news.mp2"_s, u"2026-03-02 06:55:05"_s);
-            putFile(folder + u"long.mp2"_s, u"2026-03-02 06:50:09"_s);
-            putFile(folder + u"night.mp2"_s, u"2026-03-01 02:30:07"_s);
+        for (const QString &place : {u"audio/"_s, u"spc/"_s}) {
+            putFile(place + u"news.mp2"_s, u"2026-03-02 06:55:05"_s);
+            putFile(place + u"long.mp2"_s, u"2026-03-02 06:50:09"_s);
+            putFile(place + u"night.mp2"_s, u"2026-03-01 02:30:07"_s);
         }
         putLog("02-03-26 06:55:05 - News - 1920.999 kB - 1.239,79 kB/s");
     }
@@ -83,32 +76,36 @@ protected:
         makeFile(log, QByteArray(lines + '\n').replace('\n', "\r\n"));
     }
 
-    /// Runs it as cron does: with hardly any environment.
-    Answer run(const QStringList &arguments = {u"--at"_s, QString::fromLatin1(now)}) const
+    /// Runs it as cron does, with hardly any environment, and expects a status and a part of the
+    /// answer, which is returned.
+    QString expect(const QStringList &arguments, int status, const QString &words) const
     {
         QProcess process;
         QProcessEnvironment environment;
         environment.insert(u"XDG_CONFIG_HOME"_s, at(u"config"_s));
         environment.insert(u"TZ"_s, qEnvironmentVariable("TZ"));
         process.setProcessEnvironment(environment);
-        process.start(at(u"ostravelin/ostravelin-check"_s), arguments);
+        process.start(folder + u"/ostravelin-check"_s, arguments);
         EXPECT_TRUE(process.waitForFinished(60'000));
         EXPECT_EQ(process.readAllStandardError(), QByteArray());
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput())};
+        const QString answer = QString::fromUtf8(process.readAllStandardOutput());
+        EXPECT_EQ(process.exitCode(), status) << answer.toStdString();
+        EXPECT_TRUE(answer.contains(words)) << answer.toStdString();
+        return answer;
     }
 
-    /// Expects a status and a part of the answer at a moment, which further options may follow.
-    void expect(const QStringList &moment, int status, const QString &words) const
+    /// The same at a moment, which further options may follow behind commas.
+    QString expectAt(const char *moment, int status, const QString &words) const
     {
-        const Answer answer = run(QStringList(u"--at"_s) + moment);
-        EXPECT_EQ(answer.status, status) << answer.text.toStdString();
-        EXPECT_TRUE(answer.text.contains(words)) << answer.text.toStdString();
+        const QStringList options = QString::fromLatin1(moment).split(u',');
+        return expect(QStringList(u"--at"_s) + options, status, words);
     }
 
     QTemporaryDir root;
     std::optional<platform::FolderLock> running; ///< as the program that runs in a folder has one
-    const QString database = at(u"ostravelin/database/ostravelin.mdb"_s);
-    const QString log = at(u"ostravelin/OstravelinLog.txt"_s);
+    const QString folder = at(u"ostravelin"_s);
+    const QString database = folder + u"/database/ostravelin.mdb"_s;
+    const QString log = folder + u"/OstravelinLog.txt"_s;
     const QString settings = at(u"config/Ostravelin.ini"_s);
 };
 
@@ -117,24 +114,21 @@ protected:
 TEST_F(Check, TellsWhatIsWellInPlainWordsAndChangesNothing)
 {
     const auto everything = [&] {
-        std::map<QString, QByteArray> files;
-        for (const QString &folder : {u"ostravelin"_s, u"ostravelin/database"_s, u"audio"_s})
-            for (const QString &file : filesIn(at(folder)))
-                files[file] = fileBytes(at(folder) + u'/' + file);
-        return files;
+        return QList{filesIn(folder),
+                     filesIn(folder + u"/database"_s),
+                     filesIn(at(u"audio"_s)),
+                     {QString::fromLatin1(fileBytes(database) + fileBytes(log))}};
     };
     const auto before = everything();
-    const Answer answer = run();
-    EXPECT_EQ(answer.text, uR"(Ostravelin OK: 4 tasks, all well
+    EXPECT_EQ(expectAt(now, 0, {}), uR"(Ostravelin OK: 4 tasks, all well
 Jingles: well. It has no hours, so it is never due.
 News: well. Due today 06:55. news.mp2 came today 06:55, 1920 kB, 34 min ago. The log says today 06:55:05: 1920.999 kB - 1.239,79 kB/s.
 News - long: well. Due today 06:50. long.mp2 came today 06:50, 1920 kB, 39 min ago. The log has no line of it since then.
 Night: well. Due yesterday 02:30. night.mp2 came yesterday 02:30, 1920 kB, 28 h 59 min ago. The log has no line of it since then.
 )"_s);
-    EXPECT_EQ(answer.status, 0);
     EXPECT_TRUE(everything() == before);
-    EXPECT_EQ(run({u"--quiet"_s, u"--at"_s, u"2026-03-02 07:30:00"_s}).text, QString());
-    EXPECT_TRUE(run({u"--help"_s}).text.contains(u"exit status"));
+    EXPECT_EQ(expectAt("2026-03-02 07:30:00,--quiet", 0, {}), QString());
+    expect({u"--help"_s}, 0, u"exit status"_s);
 }
 
 TEST_F(Check, JudgesEachSituation)
@@ -190,7 +184,7 @@ TEST_F(Check, JudgesEachSituation)
         putLog("23-02-26 06:50:09 - News - long - 1 kB - 1.00 kB/s\n" + QByteArray(lines));
         if (*lines == '\0')
             QFile::remove(log);
-        expect(QString::fromLatin1(options).split(u','), status, QString::fromLatin1(words));
+        expectAt(options, status, QString::fromLatin1(words));
     }
 }
 
@@ -254,7 +248,7 @@ TEST_F(Check, FollowsTheProgramsOwnRules)
         SCOPED_TRACE(what);
         putAllWell();
         prepare();
-        expect({QString::fromLatin1(moment)}, status, words);
+        expectAt(moment, status, words);
     }
 }
 
@@ -264,11 +258,8 @@ TEST_F(Check, SaysWhatKeepsItFromChecking)
                                           {u"--at=noon"_s, u"not by noon"_s},
                                           {u"--allow=-1"_s, u"not by -1"_s},
                                           {u"now"_s, u"Not known: now"_s},
-                                          {u"--folder=/no where"_s, u"no folder /no where"_s}}) {
-        const Answer answer = run({argument});
-        EXPECT_EQ(answer.status, 3);
-        EXPECT_TRUE(answer.text.contains(words)) << answer.text.toStdString();
-    }
+                                          {u"--folder=/no where"_s, u"no folder /no where"_s}})
+        expect({argument}, 3, words);
     const QByteArray damage(4096, 'x');
     const std::tuple<const char *, std::function<void()>, QString> faults[] = {
         {"log", [&] { putLog("2026-03-02T06:55 INFO fetched"); },
@@ -286,29 +277,22 @@ TEST_F(Check, SaysWhatKeepsItFromChecking)
     for (const auto &[what, prepare, words] : faults) {
         SCOPED_TRACE(what);
         prepare();
-        const Answer answer = run();
-        EXPECT_EQ(answer.status, 3);
-        EXPECT_TRUE(answer.text.startsWith(u"Ostravelin NOT CHECKED: "_s + words))
-            << answer.text.toStdString();
+        expectAt(now, 3, u"Ostravelin NOT CHECKED: "_s + words);
     }
 }
 
 TEST_F(Check, LooksAtTheFoldersOfAnotherUserAndWhetherTheProgramRunsThere)
 {
-    QDir().mkpath(at(u"other"_s));
-    QFile::rename(at(u"ostravelin/database"_s), at(u"other/database"_s));
+    const QString other = at(u"other"_s);
+    QDir().mkpath(other);
+    QFile::rename(folder + u"/database"_s, other + u"/database"_s);
     QFile::rename(at(u"config"_s), at(u"their config"_s));
-    const QStringList arguments{u"--at"_s,      u"2026-03-02 07:30"_s, u"--folder"_s,
-                                at(u"other"_s), u"--settings"_s,       at(u"their config"_s)};
-    makeFile(at(u"other/OstravelinLog.txt"_s), "02-03-26 03:00:10 - Overflow\r\n");
-    Answer answer = run(arguments);
-    EXPECT_EQ(answer.status, 2);
-    EXPECT_TRUE(answer.text.startsWith(
-        u"Ostravelin NOT RUNNING: 4 tasks, all well\nNo program runs from %1. The last line of the "
-        "log, today 03:00:10: Overflow.\nJingles"_s.arg(at(u"other"_s))))
-        << answer.text.toStdString();
-
-    running.emplace(at(u"other"_s));
-    answer = run(arguments);
-    EXPECT_EQ(answer.status, 0) << answer.text.toStdString();
+    makeFile(other + u"/OstravelinLog.txt"_s, "02-03-26 03:00:10 - Overflow\r\n");
+    const QStringList arguments{u"--at"_s, QString::fromLatin1(now), u"--folder"_s,
+                                other,     u"--settings"_s,          at(u"their config"_s)};
+    expect(arguments, 2,
+           u"Ostravelin NOT RUNNING: 4 tasks, all well\nNo program runs from %1. The last line of "
+           "the log, today 03:00:10: Overflow.\nJingles"_s.arg(other));
+    running.emplace(other);
+    expect(arguments, 0, {});
 }

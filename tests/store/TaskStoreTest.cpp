@@ -26,3 +26,13 @@ TEST_F(TaskStore, SortsSlotsByDayHourAndMinuteAndTasksByTheLastMinuteFirst)
     EXPECT_EQ(scheduled.join(u' '), u"b|1|23 b|2|3 a|2|3 a|2|10 c|2|20"_s);
     EXPECT_EQ(byMinute.join(u' '), u"a c b"_s);
 }
+
+TEST(TaskStatements, AreSentInTheirCapitalsWithDoubledQuotes)
+{
+    EXPECT_EQ(store::chosenTaskStatement(u"it's"_s),
+              u"SELECT * FROM Opdrachtgegevens WHERE Opdrachtnaam = 'it''s';"_s);
+    EXPECT_EQ(store::newTaskStatement(u"it's"_s),
+              u"Select * FROM Opdrachtgegevens where Opdrachtnaam = 'it''s';"_s);
+    EXPECT_EQ(store::editedTaskStatement(u"it's"_s),
+              u"SELECT * FROM Opdrachtgegevens where Opdrachtnaam = 'it''s';"_s);
+}

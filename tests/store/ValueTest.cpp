@@ -23,6 +23,8 @@ TEST(Value, ConvertsOrRaises)
         {0.5, u"0|0.5|0.5|True"_s},
         {3.5, u"4|3.5|3.5|True"_s},
         {40000.25, u"Overflow|40000.25|40000.25|True"_s},
+        {0.1 + 0.2, u"0|0.3|0.30000000000000004|True"_s},
+        {1e300, u"Overflow|1e+300|1e+300|True"_s},
         {u" 1.5"_s, u"2|1.5| 1.5|True"_s},
         {u"0"_s, u"0|0|0|False"_s},
         {u"70000"_s, u"Overflow|70000|70000|True"_s},

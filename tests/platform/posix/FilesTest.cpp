@@ -23,12 +23,17 @@ TEST(FilesElsewhere, AreMovedWithoutLeftovers)
     EXPECT_EQ(fileBytes(moved) + fileBytes(source), "newnewer");
 }
 
-TEST(FilesOnAFullDisk, TakeAllThatIsAppendedOrNothing)
+TEST(FilesOnAFullDisk, AreWrittenWholeOrStayAsTheyWere)
 {
     const QTemporaryDir root;
-    const QString log = root.filePath(u"log"_s);
-    makeFile(log, "older");
+    const QString old = root.filePath(u"old"_s);
+    const QString large = root.filePath(u"large"_s);
+    makeFile(old, "older");
+    makeFile(large, "and wiser");
     const FileSizeLimit limit(8);
-    EXPECT_EQ(errorOf([&] { appendToFile(log, "and wiser"); }), DiskFull);
-    EXPECT_EQ(fileBytes(log), "older");
+    EXPECT_EQ(errorOf([&] { appendToFile(old, "and wiser"); }), DiskFull);
+    EXPECT_EQ(errorOf([&] { copyFile(large, old); }), PathFileAccess);
+    EXPECT_EQ(fileBytes(old), "older");
+    EXPECT_EQ(errorOf([&] { writeFile(old, "and wiser"); }), DiskFull);
+    EXPECT_EQ(filesIn(root.path()), (QStringList{u"large"_s, u"old"_s}));
 }
