@@ -32,8 +32,10 @@ wait_for() {
   done
 }
 
+is_window_in_sight() { xwininfo -name "$title" 2>/dev/null | grep -q IsViewable; }
+
 wait_for_window() {
-  wait_for 15 xwininfo -name "$title" >/dev/null 2>&1
+  wait_for 60 is_window_in_sight
 }
 
 # start_virtual_display [SIZE]
