@@ -26,7 +26,8 @@ void renameOver(const QString &from, const QString &to);
 /// copy can take that name.
 bool renameToFree(const QString &from, const QString &to);
 
-/// Copies the bytes of a file, in place of a file of the target's name.
+/// Copies the bytes of a file, in place of a file of the target's name, and puts them on the disk.
+/// Where a desktop has mounted the folder, that is done as long as the copy is open.
 void copyBytes(const QString &from, const QString &to);
 
 enum class WriteMode { Replace, Append };

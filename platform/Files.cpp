@@ -65,7 +65,6 @@ static void copyThenRename(const QString &from, const QString &to, Rename rename
     const QString hidden = newHiddenName(folderOf(to));
     try {
         system::copyBytes(from, hidden);
-        system::flushFile(hidden);
         rename(hidden, to);
     } catch (const RuntimeError &) {
         QFile::remove(hidden);

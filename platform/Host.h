@@ -93,6 +93,11 @@ public:
     /// native separators, or "" when the user chose none.
     virtual QString chooseFolder(QWidget *owner, const QString &title) = 0;
 
+    /// Whether the folder is a place elsewhere that the desktop has opened for its user, and not
+    /// the system: it may stop answering after a while, and whoever asks for a file of it then
+    /// waits for ever.
+    virtual bool isOpenedByDesktop(const QString &folder) const = 0;
+
     /// Ends the process at once, without running anything that is still on the stack.
     virtual void endProgram(int status) = 0;
 };

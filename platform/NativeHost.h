@@ -26,6 +26,7 @@ public:
     void showMessage(const QString &title, const QString &text, MessageIcon icon) override;
     bool ask(const QString &title, const QString &question) override;
     QString chooseFolder(QWidget *owner, const QString &title) override;
+    bool isOpenedByDesktop(const QString &folder) const override;
     void endProgram(int status) override;
 
 private:

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,16 +44,21 @@ void removeFile(const QString &path)
         raiseSystemError(errno);
 }
 
-// Returns the system's error code, 0 for success. Where a file system knows no flush of its own,
-// the file is as safe as it gets.
+// Both return the system's error code, 0 for success. Where a file system knows no flush of its
+// own, the file is as safe as it gets.
+static int flushed(int file)
+{
+    return fsync(file) == 0 || errno == EINVAL || errno == EOPNOTSUPP ? 0 : errno;
+}
+
 static int flushed(const QString &path, int flags)
 {
     const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | flags);
     if (file < 0)
         return errno;
-    const int failure = fsync(file) == 0 ? 0 : errno;
+    const int failure = flushed(file);
     close(file);
-    return failure == EINVAL || failure == EOPNOTSUPP ? 0 : failure;
+    return failure;
 }
 
 void flushFile(const QString &path)
@@ -107,14 +112,36 @@ bool renameToFree(const QString &from, const QString &to)
     return failure == 0;
 }
 
+// Both below return the system's error code, 0 for success.
+static int copied(int source, int target)
+{
+    constexpr size_t mostAtOnce = 1 << 30;
+    ssize_t sent = 0;
+    do {
+        sent = sendfile(target, source, nullptr, mostAtOnce);
+    } while (sent > 0);
+    return sent < 0 ? errno : flushed(target);
+}
+
+static int copiedInto(int source, const QString &to)
+{
+    const int target =
+        open(QFile::encodeName(to).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (target < 0)
+        return errno;
+    const int failure = copied(source, target);
+    return close(target) != 0 && failure == 0 ? errno : failure;
+}
+
 void copyBytes(const QString &from, const QString &to)
 {
-    std::error_code error;
-    std::filesystem::copy_file(QFile::encodeName(from).constData(),
-                               QFile::encodeName(to).constData(),
-                               std::filesystem::copy_options::overwrite_existing, error);
-    if (error)
-        raiseSystemError(error.value());
+    const int source = open(QFile::encodeName(from).constData(), O_RDONLY | O_CLOEXEC);
+    if (source < 0)
+        raiseSystemError(errno);
+    const int failure = copiedInto(source, to);
+    close(source);
+    if (failure != 0)
+        raiseSystemError(failure);
 }
 
 static void writeAll(int file, const QByteArray &bytes)

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QStorageInfo>
 
 #include <ctime>
 #include <thread>
@@ -103,6 +104,13 @@ QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
 {
     return QDir::toNativeSeparators(
         QFileDialog::getExistingDirectory(owner, title, QDir::homePath()));
+}
+
+// The names by which the helpers of the two usual desktops mount such places.
+bool NativeHost::isOpenedByDesktop(const QString &folder) const
+{
+    const QByteArray kind = QStorageInfo(folder).fileSystemType();
+    return kind == "fuse.gvfsd-fuse" || kind == "fuse.kio-fuse";
 }
 
 } // namespace platform

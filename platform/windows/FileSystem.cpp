@@ -104,6 +104,7 @@ void copyBytes(const QString &from, const QString &to)
 {
     if (!CopyFileW(native(from).c_str(), native(to).c_str(), FALSE))
         raiseLastError(to);
+    flushFile(to);
 }
 
 // Returns the system's error code, 0 for success.

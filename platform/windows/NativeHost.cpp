@@ -107,4 +107,10 @@ QString NativeHost::chooseFolder(QWidget *owner, const QString &title)
     return chosenPath.size() < pathBufferSize ? QString::fromLocal8Bit(chosenPath) : QString();
 }
 
+// A network drive is the system's own matter here.
+bool NativeHost::isOpenedByDesktop(const QString &) const
+{
+    return false;
+}
+
 } // namespace platform

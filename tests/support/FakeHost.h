@@ -28,6 +28,7 @@ public:
     QStringList questions;     ///< "title | question"
     QStringList folderChoices; ///< the user's next choices of a folder; "" cancels
     QStringList folderQuestions;
+    QString openedByDesktop; ///< a folder
     QWidget *lastFolderOwner = nullptr;
     QStringList openedInEditor;
     bool hasEditor = true;
@@ -88,6 +89,10 @@ public:
         lastFolderOwner = owner;
         folderQuestions << title;
         return folderChoices.isEmpty() ? QString() : folderChoices.takeFirst();
+    }
+    bool isOpenedByDesktop(const QString &folder) const override
+    {
+        return folder == openedByDesktop;
     }
     void endProgram(int status) override { endings << status; }
 

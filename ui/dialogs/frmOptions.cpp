@@ -226,12 +226,20 @@ static void tell(const QString &text, MessageIcon icon)
     platform::host().showMessage(app::WindowTitle(), text, icon);
 }
 
-// The folder that the user chose, with its NUL, or "" after the user was told that there is none.
+// The folder that the user chose, with its NUL, or "" after the user was told why there is none.
 static QString chosenFolder(QWidget *owner)
 {
     QString path = BrowseForFolder(owner, u"Choose a folder"_s);
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         tell(u"Folder setting aborted!"_s, MessageIcon::Information);
+    } else if (platform::host().isOpenedByDesktop(untilNul(path))) {
+        tell(
+            u"Files cannot be kept in this folder: the desktop has opened it over the network, and "
+            "may lose it while nobody looks. Choose a folder of this computer, or one that the "
+            "system itself has mounted."_s,
+            MessageIcon::Critical);
+        path.clear();
+    }
     return path;
 }
 

@@ -154,9 +154,14 @@ TEST_F(Options, ChosenFoldersAreShownWithoutTheirNulAndOnlyTheSpcFolderIsInForce
     EXPECT_EQ(shown(), u"/old|/spc|header|savable"_s);
     EXPECT_EQ(inForce(), u"/old|/spc|1|0"_s);
 
+    host.openedByDesktop = u"/srv/far"_s;
+    choose(u"Bestemmings_dir"_s, u"/srv/far"_s);
+    EXPECT_TRUE(host.messages.value(2).contains(u" | Files cannot be kept in this folder: "_s));
+    EXPECT_EQ(shown(), u"/old|/spc|header|savable"_s);
+
     choose(u"Bestemmings_dir"_s, u"/srv/audio"_s);
     choose(u"SPC_dir"_s, u"/srv/spc"_s);
-    EXPECT_EQ(host.folderQuestions, QStringList(4, u"Choose a folder"_s));
+    EXPECT_EQ(host.folderQuestions, QStringList(5, u"Choose a folder"_s));
     EXPECT_EQ(host.lastFolderOwner, window.get());
     EXPECT_EQ(shown(), u"/srv/audio|/srv/spc|header|savable"_s);
     EXPECT_EQ(inForce(), u"/old|/srv/spc"_s + QChar::Null + u"|1|0"_s);
