@@ -165,6 +165,8 @@ DatabaseHandle openDatabaseFile(const DatabaseFile &file, OpenMode mode)
     setKey(database.get(), file);
     if (mode != OpenMode::Create)
         readFirstPage(database.get(), file.path);
+    // What was saved outlasts a power cut: the journal's end is put on the disk as well.
+    runScript(database.get(), u"PRAGMA synchronous = EXTRA;"_s);
     return database;
 }
 
