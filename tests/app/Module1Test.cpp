@@ -88,3 +88,17 @@ TEST(AddPortToUrl, InsertsThePortBeforeTheFirstSlashFromTheEighthCharacter)
     EXPECT_EQ(AddPortToUrl(u"https://a.example/b"_s), u"https:/:80/a.example/b"_s);
     EXPECT_EQ(errorOf([] { AddPortToUrl(u"http://a.example"_s); }), InvalidProcedureCall);
 }
+
+TEST(DownloadRecord, TakesATasksTextsAndTheLastSegmentOfItsAddress)
+{
+    DownloadRecord record;
+    for (const auto &[address, name] :
+         {std::pair(u"  http://h/a/hourly%20.mp3 "_s, u"hourly%20.mp3"_s),
+          {u"no slash keeps the last name"_s, u"hourly%20.mp3"_s},
+          {u"http://h/folder/"_s, u""_s}}) {
+        record.takeTask(u"Kid's hour"_s, address, u" kids .mp3 "_s);
+        EXPECT_EQ((QStringList{record.Opdracht, record.DownloadAdres, record.Filenaam,
+                               record.spcFilenaam}),
+                  (QStringList{u"Kid's hour"_s, address.trimmed(), name, u" kids .mp3 "_s}));
+    }
+}

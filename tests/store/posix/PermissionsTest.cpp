@@ -5,30 +5,24 @@
 
 using Permissions = StoreTest;
 
-// File permissions bind ordinary users only.
-static void asOrdinaryUser(const std::function<void()> &act)
-{
-    const uid_t user = geteuid();
-    ASSERT_EQ(user == 0 ? seteuid(65534) : 0, 0);
-    act();
-    ASSERT_EQ(seteuid(user), 0);
-}
-
 TEST_F(Permissions, FilesThatMustNotBeWrittenCanBeReadAndOthersAreDenied)
 {
     connection.close();
+    const QByteArray path = QFile::encodeName(databasePath());
     chmod(QFile::encodeName(programFolder()).constData(), 0755);
     chmod(QFile::encodeName(folder.filePath(u"database"_s)).constData(), 0555);
-    QFile::setPermissions(databasePath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
-    asOrdinaryUser([&] {
-        for (const auto mode : {store::OpenMode::ReadWrite, store::OpenMode::ReadOnly}) {
-            connection.open(store::taskDatabase(programFolder()), mode);
+    const uid_t user = geteuid(); // permissions bind ordinary users only
+    for (const auto &[permissions, error] :
+         {std::pair(mode_t{0444}, std::optional<ErrorNumber>()), {mode_t{0}, PermissionDenied}}) {
+        chmod(path.constData(), permissions);
+        ASSERT_EQ(user == 0 ? seteuid(65534) : 0, 0);
+        EXPECT_EQ(errorOf([&] { connect(); }), error);
+        if (!error) {
             EXPECT_EQ(slotRows(), QStringList());
             EXPECT_EQ(errorOf([&] { addSlot(u"Hourly"_s, 1, 1); }), DatabaseEngine);
-            connection.close();
         }
-    });
-    QFile::setPermissions(databasePath(), {});
-    asOrdinaryUser([&] { EXPECT_EQ(errorOf([&] { connect(); }), PermissionDenied); });
+        connection.close();
+        ASSERT_EQ(seteuid(user), 0);
+    }
     chmod(QFile::encodeName(folder.filePath(u"database"_s)).constData(), 0755);
 }
