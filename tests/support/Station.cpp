@@ -114,10 +114,10 @@ QByteArray Request::path() const
     return QUrl::fromEncoded(target).toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority);
 }
 
-Station::Station(const QHostAddress &address)
+Station::Station()
 {
     m_server.setProxy(QNetworkProxy::NoProxy);
-    m_server.listen(address);
+    m_server.listen(QHostAddress::LocalHost);
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
         while (QTcpSocket *socket = m_server.nextPendingConnection())
             new Client(socket, *this);

@@ -47,11 +47,10 @@ struct Request
 class Station : public QObject
 {
 public:
-    /// Listens on a free port. See isListening.
-    explicit Station(const QHostAddress &address = QHostAddress::LocalHost);
+    /// Listens on a free port.
+    Station();
     ~Station() override;
 
-    bool isListening() const { return m_server.isListening(); }
     quint16 port() const { return m_server.serverPort(); }
 
     /// An address of that path that reaches the station once requests are routed to it.
