@@ -29,13 +29,6 @@ private:
     }
 };
 
-MemoryBag savedBy(const PB &bar)
-{
-    MemoryBag bag;
-    bar.writeProperties(bag);
-    return bag;
-}
-
 /// A property of a new control, some other value, and what an empty bag makes of that. An invalid
 /// value stands for whatever it was before.
 using Property = std::tuple<const char *, QVariant, QVariant, QVariant>;
@@ -54,20 +47,14 @@ std::vector<Property> properties()
     };
 }
 
-void setAll(PB &bar)
-{
-    for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
-        EXPECT_TRUE(bar.setProperty(name, set)) << name;
-}
-
 } // namespace
 
-TEST(Properties, AllButValueTellTheHostOfAChange)
+TEST(Properties, TellTheHostOfAChangeAndComeBackFromWhatWasSavedInOrder)
 {
     PB bar;
     const QSignalSpy changed(&bar, &PB::propertyChanged);
     EXPECT_EQ(bar.value(), 0);
-    bar.setValue(50);
+    bar.setValue(50); // the host is not told of it
     for (const auto &[name, ofNew, set, fromEmptyBag] : properties()) {
         const auto before = changed.count();
         EXPECT_TRUE(!ofNew.isValid() || bar.property(name) == ofNew) << name;
@@ -77,21 +64,12 @@ TEST(Properties, AllButValueTellTheHostOfAChange)
     }
     EXPECT_FALSE(bar.findChild<QWidget *>(u"picProgress"_s)->isEnabled());
     EXPECT_TRUE(bar.isEnabled());
-}
 
-TEST(SavedProperties, ComeBackWrittenInOrderWithoutThoseAtTheirDefault)
-{
-    PB bar;
-    bar.setMax(500);
-    bar.setCaptionStyle(3);
-    EXPECT_EQ(savedBy(bar).keys.join(u' '),
-              u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s);
-    setAll(bar);
-    MemoryBag bag = savedBy(bar);
+    MemoryBag bag;
+    bar.writeProperties(bag);
     EXPECT_EQ(bag.keys.join(u' '),
               u"Appearance ForeColor BackColor FillColor Font BorderStyle CaptionStyle "
               "Enabled Caption Min CaptionFont"_s);
-
     bag.entries[u"Font"_s] = QFont(u"Never read"_s, 99);
     bag.entries[u"Max"_s] = bar.Max(); // which the control does not save
     PB loaded;
@@ -100,14 +78,20 @@ TEST(SavedProperties, ComeBackWrittenInOrderWithoutThoseAtTheirDefault)
         EXPECT_EQ(loaded.property(name), set) << name;
 }
 
-TEST(SavedProperties, MissingEntriesGiveTheDefaultsOrLeaveWhatIsThere)
+TEST(Properties, ThatAreMissingGetTheDefaultsWhichAreNotSavedOrStayAsTheyAre)
 {
     PB bar;
-    setAll(bar);
-    const MemoryBag empty;
-    bar.readProperties(empty);
-    EXPECT_EQ(empty.keys.join(u' '), u"Appearance ForeColor BackColor FillColor BorderStyle "
-                                     "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
+    for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
+        bar.setProperty(name, set);
+    MemoryBag bag;
+    bar.readProperties(bag);
+    EXPECT_EQ(bag.keys.join(u' '), u"Appearance ForeColor BackColor FillColor BorderStyle "
+                                   "CaptionStyle Enabled Caption Max Min CaptionFont"_s);
     for (const auto &[name, ofNew, set, fromEmptyBag] : properties())
         EXPECT_EQ(bar.property(name), fromEmptyBag.isValid() ? fromEmptyBag : set) << name;
+
+    bag.keys.clear();
+    bar.writeProperties(bag);
+    EXPECT_EQ(bag.keys.join(u' '),
+              u"Appearance ForeColor BackColor FillColor Font Caption CaptionFont"_s);
 }
