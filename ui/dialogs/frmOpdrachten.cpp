@@ -4,8 +4,8 @@
 #include "app/Module1.h"
 #include "platform/Host.h"
 #include "store/TaskStore.h"
-#include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/TaskGrid.h"
+#include "ui/main/ScrollPane.h"
 #include "ui/main/Widgets.h"
 
 #include <QBoxLayout>

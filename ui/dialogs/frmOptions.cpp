@@ -5,7 +5,7 @@
 #include "platform/Host.h"
 #include "platform/Text.h"
 #include "ui/dialogs/LineField.h"
-#include "ui/dialogs/ScrollPane.h"
+#include "ui/main/ScrollPane.h"
 #include "ui/main/Widgets.h"
 
 #include <QBoxLayout>

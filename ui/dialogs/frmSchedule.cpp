@@ -6,8 +6,8 @@
 #include "store/TaskStore.h"
 #include "ui/dialogs/LineField.h"
 #include "ui/dialogs/MinuteCombo.h"
-#include "ui/dialogs/ScrollPane.h"
 #include "ui/dialogs/WeekGrid.h"
+#include "ui/main/ScrollPane.h"
 #include "ui/main/Widgets.h"
 
 #include <QBoxLayout>
@@ -82,9 +82,10 @@ QWidget *frmSchedule::makeTimeFrame()
     Check1 = m_grid->boxes();
 
     auto *frame = new QGroupBox(u"Download time"_s);
-    auto *content = new QVBoxLayout(frame);
+    auto *content = new QVBoxLayout;
     content->addLayout(minutes);
     content->addWidget(m_grid, 1);
+    frame->setLayout(betweenYieldingMargins(content));
     return frame;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Host.h"
 #include "store/TaskStore.h"
+#include "ui/main/ScrollPane.h"
 #include "ui/main/Widgets.h"
 
 #include <QCoreApplication>
@@ -34,6 +35,7 @@ MainForm::MainForm(MenuWindows windows)
     store::createTaskRecordset();
     setWindowTitle(app::WindowTitle());
     ZoekVolgende();
+    fitToDisplay(*this, sizeHint()); // with the captions that the look-up has set
     Timer1->start();
 }
 

@@ -3,6 +3,7 @@
 #include "ui/main/DisplayText.h"
 #include "ui/main/FigureLabel.h"
 #include "ui/main/MainForm.h"
+#include "ui/main/ScrollPane.h"
 #include "ui/main/SpcHeader.h"
 #include "ui/main/Widgets.h"
 
@@ -86,8 +87,8 @@ void MainForm::makeControls()
     content->addStretch();
     content->addWidget(makeLine(u"Line4"_s, QFrame::HLine));
     auto *central = new QWidget;
-    central->setLayout(content);
-    setCentralWidget(central);
+    central->setLayout(betweenYieldingMargins(content));
+    setCentralWidget(new ScrollPane(central));
 
     m_statusPanel = named<ElidedLabel>(u"StatusBar1Panel1"_s);
     m_statusPanel->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0, 0, 0);
@@ -132,7 +133,7 @@ QWidget *MainForm::makeCountdownFrame()
     Shape2->setPalette(light);
 
     auto *content = new QVBoxLayout;
-    content->addWidget(makeShape(u"Shape1"_s, figures));
+    content->addWidget(makeShape(u"Shape1"_s, betweenYieldingMargins(figures)));
     content->addWidget(makeLine(u"Line3"_s, QFrame::HLine));
     content->addWidget(Shape2);
     auto *Frame1 = named<QGroupBox>(u"Frame1"_s, u"Download Countdown"_s);

@@ -1,9 +1,10 @@
-#include "ui/dialogs/ScrollPane.h"
+#include "ui/main/ScrollPane.h"
 
 #include <QApplication>
-#include <QDialog>
+#include <QBoxLayout>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -44,12 +45,27 @@ void ScrollPane::showFocus(const QWidget *focused)
 // Before its first window has a frame, the toolkit reckons with the same.
 static constexpr QSize usualFrame(10, 40);
 
-void fitToDisplay(QDialog &window, QSize preferred)
+void fitToDisplay(QWidget &window, QSize preferred)
 {
     const QWidget *parent = window.parentWidget() ? window.parentWidget()->window() : &window;
     const QSize frame =
         usualFrame.expandedTo(parent->frameGeometry().size() - parent->geometry().size());
     window.resize(preferred.boundedTo(parent->screen()->availableSize() - frame));
+}
+
+QLayout *betweenYieldingMargins(QLayout *content)
+{
+    const auto usual = [](QStyle::PixelMetric margin) {
+        return QApplication::style()->pixelMetric(margin);
+    };
+    const auto yielding = [](int width) { return new QSpacerItem(width, 0, QSizePolicy::Maximum); };
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(0, usual(QStyle::PM_LayoutTopMargin), 0,
+                            usual(QStyle::PM_LayoutBottomMargin));
+    row->addItem(yielding(usual(QStyle::PM_LayoutLeftMargin)));
+    row->addLayout(content, 1);
+    row->addItem(yielding(usual(QStyle::PM_LayoutRightMargin)));
+    return row;
 }
 
 } // namespace ui

@@ -2,8 +2,6 @@
 
 #include <QScrollArea>
 
-class QDialog;
-
 namespace ui {
 
 /// What of a window may scroll on a small display. With room enough it looks as if it were not
@@ -26,6 +24,10 @@ private:
 
 /// Gives a window that is not shown yet the preferred size, or as much of it as its display has
 /// room for beside panels and the window's frame.
-void fitToDisplay(QDialog &window, QSize preferred);
+void fitToDisplay(QWidget &window, QSize preferred);
+
+/// Lays out the content inside the usual margins, of which those at the sides give way before
+/// anything has to scroll sideways.
+QLayout *betweenYieldingMargins(QLayout *content);
 
 } // namespace ui
