@@ -6,8 +6,8 @@
 namespace controls {
 
 /// Where a host keeps the saved properties of a control, by key. For programs that let controls be
-/// designed and saved; this one does not. An entry is left out when its
-/// value is the default that the control gives for it.
+/// designed and saved; this one does not. An entry is left out when its value is the default that
+/// the control gives for it.
 class PropertyBag
 {
 public:

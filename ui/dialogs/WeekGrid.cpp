@@ -182,8 +182,8 @@ void WeekGrid::addLabel(const QString &text, const QString &meaning, int row, in
 
 void WeekGrid::addBoxes(const QString &boxName)
 {
-    const QColor evenHour(0xFF, 0xFF, 0x80);
-    const QColor oddHour(0xFF, 0xFF, 0xC0);
+    constexpr QColor evenHour(0xFF, 0xFF, 0x80);
+    constexpr QColor oddHour(0xFF, 0xFF, 0xC0);
     for (int index = 0; index < boxCount; ++index) {
         const int day = dayOf(index);
         const int hour = hourOf(index);

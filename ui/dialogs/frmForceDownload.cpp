@@ -42,8 +42,7 @@ void frmForceDownload::makeControls()
     CmdForceDownload->setEnabled(false);
 
     auto *Frame1 = named<QGroupBox>(u"Frame1"_s, u"Forced download"_s);
-    auto *inFrame =
-        new QVBoxLayout(Frame1); // beside each other they are too wide for some displays
+    auto *inFrame = new QVBoxLayout(Frame1); // side by side they are too wide for some displays
     inFrame->addWidget(ComboOpdracht);
     inFrame->addWidget(CmdForceDownload, 0, Qt::AlignRight);
     auto *content = new QVBoxLayout(this);

@@ -124,7 +124,7 @@ void frmOpdrachten::FormatFlexgrid()
 
 void frmOpdrachten::Toevoegen_Click()
 {
-    editTask({}, Boolean::True);
+    editTask({}, true);
     if (m_rows->recordCount() == 0)
         return;
     Wijzigen->setEnabled(true);
@@ -135,7 +135,7 @@ void frmOpdrachten::Toevoegen_Click()
 
 void frmOpdrachten::Wijzigen_Click()
 {
-    editTask(moveToGridRow(), Boolean::False);
+    editTask(moveToGridRow(), false);
     selectTask(sOpdrachtnaam); // under its new name, or its old one when nothing was saved
 }
 
@@ -151,10 +151,10 @@ void frmOpdrachten::Verwijderen_Click()
     FormatFlexgrid();
 }
 
-void frmOpdrachten::editTask(const QString &name, Boolean isNew)
+void frmOpdrachten::editTask(const QString &name, bool isNew)
 {
     sOpdrachtnaam = name;
-    bNieuweOpdracht = isNew;
+    bNieuweOpdracht = isNew ? Boolean::True : Boolean::False;
     m_editor(this);
     m_rows->requery();
     FormatFlexgrid();

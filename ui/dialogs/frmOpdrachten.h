@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Boolean.h"
 #include "store/Recordset.h"
 
 #include <QDialog>
@@ -38,7 +37,7 @@ private:
     void Toevoegen_Click();
     void Verwijderen_Click();
     void Wijzigen_Click();
-    void editTask(const QString &name, platform::Boolean isNew);
+    void editTask(const QString &name, bool isNew);
     QString moveToGridRow();
     void selectGridRow(int row);
     void selectTask(const QString &name);
