@@ -77,12 +77,17 @@ bool fileExists(const QString &path)
     return QFileInfo(path).isFile();
 }
 
+static QString nameIn(const QString &path)
+{
+    return path.mid(folderOf(path).size());
+}
+
 // For paths at which nothing stands yet: whether a file of our own, made in the one's folder, is
 // found in the other's under a name that differs as theirs do.
 static bool wouldBeSameFile(const QString &a, const QString &b)
 {
-    const QString nameA = a.mid(folderOf(a).size());
-    const QString nameB = b.mid(folderOf(b).size());
+    const QString nameA = nameIn(a);
+    const QString nameB = nameIn(b);
     if (a == b || nameA.compare(nameB, Qt::CaseInsensitive) != 0)
         return a == b;
     QFile probe(newHiddenName(folderOf(a)));
@@ -94,6 +99,16 @@ static bool wouldBeSameFile(const QString &a, const QString &b)
     return isFound;
 }
 
+// For files that stand there: whether their folder lists one name for the two. Some drivers of
+// disks without case give the file another number under each.
+static bool isListedOnce(const QString &a, const QString &b)
+{
+    if (a.compare(b, Qt::CaseInsensitive) != 0 || folderOf(a) != folderOf(b))
+        return false;
+    const QStringList names = QDir(folderOf(a)).entryList(QDir::Files | QDir::Hidden);
+    return !names.contains(nameIn(a)) || !names.contains(nameIn(b));
+}
+
 bool isSameFile(const QString &a, const QString &b)
 {
     if (QFileInfo::exists(a) != QFileInfo::exists(b))
@@ -102,7 +117,8 @@ bool isSameFile(const QString &a, const QString &b)
         return wouldBeSameFile(a, b);
     std::error_code none;
     return std::filesystem::equivalent(QFileInfo(a).filesystemFilePath(),
-                                       QFileInfo(b).filesystemFilePath(), none);
+                                       QFileInfo(b).filesystemFilePath(), none) ||
+           isListedOnce(a, b);
 }
 
 void changeDirectory(const QString &folder)

@@ -38,7 +38,10 @@ wait_for_window() {
   wait_for 60 is_window_in_sight
 }
 
+has_window_manager() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 0x; }
+
 # start_virtual_display [SIZE]
+# A window that a starting window manager comes upon may be left out of sight.
 start_virtual_display() {
   Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
   pids=($! "${pids[@]}")
@@ -46,6 +49,7 @@ start_virtual_display() {
   export DISPLAY=:$(<"$work/display")
   openbox >/dev/null 2>&1 &
   pids=($! "${pids[@]}")
+  wait_for 30 has_window_manager
 }
 
 # start_station OPTION...
