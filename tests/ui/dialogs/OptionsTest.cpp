@@ -132,6 +132,7 @@ TEST_F(Options, WithoutADestinationLaterOnAnyChosenFolderLetsSave)
 {
     app::LoadSettings(); // "?" is in force from here
     for (const QString &savable : {u"|savable"_s, u""_s}) {
+        SCOPED_TRACE(savable.toStdString());
         open();
         choose(u"Bestemmings_dir"_s, u"/srv"_s);
         EXPECT_EQ(shown(), u"/srv|"_s + savable);
@@ -169,21 +170,21 @@ TEST_F(Options, ChosenFoldersAreShownWithoutTheirNulAndOnlyTheSpcFolderIsInForce
 
 TEST_F(Options, SubmitSaveAndEnterWriteWhatStandsThereAndPutItInForce)
 {
-    const auto enterIn = [](QWidget *control) { QTest::keyClick(control, Qt::Key_Return); };
-    const std::tuple<std::function<void()>, QString, QString, bool, bool, QString> cases[] = {
-        // what is done, after which folders and switches were entered, and what is saved of them
-        {[&] { click(u"cmdApply"_s); }, u"/srv/audio"_s, u""_s, true, true, u"/srv/audio||0|1"_s},
-        {[&] { click(u"cmdOK"_s); }, u"/n"_s, u"/srv/spc"_s, true, false, u"/n|/srv/spc|1|0"_s},
-        {[&] { enterIn(destination()); }, u""_s, u"none"_s, false, false, u"|none|0|0"_s},
-        {[&] { enterIn(button(u"SPC_dir"_s)); }, u"/a"_s, u"/b"_s, true, true, u"/a|/b|1|1"_s},
+    const std::tuple<QString, Qt::Key, QString, QString, bool, bool, QString> cases[] = {
+        // what is pressed, with which key; the folders and switches, and what is saved of them
+        {u"cmdApply"_s, Qt::Key_Space, u"/n"_s, u""_s, true, true, u"/n||0|1"_s},
+        {u"cmdOK"_s, Qt::Key_Space, u"/n"_s, u"/spc"_s, true, false, u"/n|/spc|1|0"_s},
+        {u"Text2"_s, Qt::Key_Return, u""_s, u"none"_s, false, false, u"|none|0|0"_s},
+        {u"SPC_dir"_s, Qt::Key_Return, u"/a"_s, u"/b"_s, true, true, u"/a|/b|1|1"_s},
     };
-    for (const auto &[save, folder, spc, isWithHeader, isPreXp, saved] : cases) {
+    for (const auto &[control, key, folder, spc, isWithHeader, isPreXp, saved] : cases) {
+        SCOPED_TRACE(control.toStdString());
         open("[Bestandsmappen]\r\nBestemmingsmap=/old\r\n");
         destination()->setText(folder);
         spcFolder()->setText(spc);
         header()->setChecked(isWithHeader);
         preXp()->setChecked(isPreXp);
-        save();
+        QTest::keyClick(window->findChild<QWidget *>(control), key);
         const QStringList parts = saved.split(u'|');
         EXPECT_EQ(fileBytes(settingsPath()),
                   u"[Bestandsmappen]\r\nBestemmingsmap=%1\r\nSPCmap=%2\r\n"
@@ -191,7 +192,7 @@ TEST_F(Options, SubmitSaveAndEnterWriteWhatStandsThereAndPutItInForce)
                       .toLatin1());
         EXPECT_EQ(inForce(), saved);
         EXPECT_EQ(header()->isChecked(), parts[2] == u"1"_s);
-        EXPECT_EQ(window->isVisible(), saved == u"/srv/audio||0|1"_s); // after Submit alone
+        EXPECT_EQ(window->isVisible(), control == u"cmdApply"_s);
     }
     EXPECT_EQ(host.messages, QStringList{});
 }
@@ -206,6 +207,7 @@ TEST_F(Options, CancelTheFrameAndEscEndTheProgramWithoutADestination)
     const QByteArray settings = "[Bestandsmappen]\nBestemmingsmap=/old\n";
     for (const auto &leave : ways)
         for (const QString &folder : {u"D:"_s, u"D:\\"_s}) {
+            SCOPED_TRACE(testing::Message() << &leave - ways << folder.toStdString());
             open(settings);
             destination()->setText(folder);
             leave();

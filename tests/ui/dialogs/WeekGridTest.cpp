@@ -109,7 +109,7 @@ TEST_F(WeekGrid, AClickOnALabelTogglesItsColumnOrRow)
     };
     for (const auto &[text, ticked] : clicks) {
         clickOn(label(text));
-        EXPECT_EQ(editor->hours(), ticked);
+        EXPECT_EQ(editor->hours(), ticked) << text.toStdString();
     }
 }
 
