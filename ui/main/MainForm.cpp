@@ -34,8 +34,8 @@ MainForm::MainForm(MenuWindows windows)
 
     store::createTaskRecordset();
     setWindowTitle(app::WindowTitle());
+    fitToDisplay(*this, sizeHint());
     ZoekVolgende();
-    fitToDisplay(*this, sizeHint()); // with the captions that the look-up has set
     Timer1->start();
 }
 

@@ -153,7 +153,7 @@ QWidget *MainForm::makeDownloadFrame()
 
     auto *content = new QVBoxLayout;
     content->addWidget(pBar);
-    frameDownload = named<QGroupBox>(u"frameDownload"_s);
+    frameDownload = named<QGroupBox>(u"frameDownload"_s, u"Next Download"_s);
     frameDownload->setLayout(content);
     return frameDownload;
 }

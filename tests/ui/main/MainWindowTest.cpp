@@ -2,6 +2,8 @@
 
 #include <QGroupBox>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
 
 using MainWindow = MainFormTest;
 
@@ -16,6 +18,7 @@ TEST_F(MainWindow, HasItsTitlesAndMenus)
               .options = [&] { note(u"options"_s); },
               .about = [&] { note(u"about"_s); }});
     EXPECT_EQ(form->windowTitle(), u"Ostravelin 1.8.1"_s);
+    EXPECT_EQ(formControl<QScrollArea>()->verticalScrollBar()->maximum(), 0); // all is in sight
     EXPECT_EQ(formControl<QGroupBox>(u"Frame1"_s)->title(), u"Download Countdown"_s);
     EXPECT_EQ(labelText(u"Label1"_s) + labelText(u"Label2"_s),
               u"88:8800"_s); // until the first tick
