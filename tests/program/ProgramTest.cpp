@@ -152,18 +152,19 @@ TEST_F(Program, EndsWhenItsUserEndsItWhateverHangs)
     {
         const char *about;
         bool isFirstStart;
-        QByteArray chooses, closesAt; // empty: never
-        QByteArray savedFolder;
+        QByteArray chooses, closesAt;    // empty: never
+        QByteArray savedFolder, windows; // those that the menus opened
     };
+    const QByteArray all = "frmOpdrachten frmForceDownload frmOptions frmAbout ";
     const QByteArray audioFolder = at(u"audio"_s).toUtf8();
     const Case cases[] = {
-        {"closes the window", false, {}, "Next Download", audioFolder},
-        {"closes it during a look-up", false, {}, "Progress Download", audioFolder},
-        {"cancels the first start", true, {}, {}, {}},
-        {"chooses a folder", true, audioFolder, "Next Download", audioFolder}};
+        {"uses all windows", false, {}, "Next Download", audioFolder, all},
+        {"ends it during a look-up", false, {}, "Progress Download", audioFolder, all},
+        {"cancels the first start", true, {}, {}, {}, {}},
+        {"chooses a folder", true, audioFolder, "Next Download", audioFolder, all}};
     Station station;
     schedule(station, {10});
-    for (const auto &[about, isFirstStart, chooses, closesAt, savedFolder] : cases) {
+    for (const auto &[about, isFirstStart, chooses, closesAt, savedFolder, windows] : cases) {
         SCOPED_TRACE(about);
         if (isFirstStart)
             QFile::remove(settings);
@@ -172,6 +173,7 @@ TEST_F(Program, EndsWhenItsUserEndsItWhateverHangs)
         EXPECT_TRUE(process.waitForFinished(60'000));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        EXPECT_EQ(process.readAllStandardOutput(), windows);
         EXPECT_EQ(fileBytes(settings).contains("Bestemmingsmap=" + savedFolder + "\r\n"),
                   !savedFolder.isEmpty());
     }

@@ -1,6 +1,7 @@
 // A user of the program under test, in a library that is loaded into it; the environment says what
 // this user does.
 
+#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -10,6 +11,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <cstdio>
 #include <netdb.h>
 #include <unistd.h>
 
@@ -33,29 +35,48 @@ static void choose(const QFileDialog &folders)
     folders.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Open)->click();
 }
 
-// Closes the main window as soon as its frame says USER_CLOSES_AT.
-static void closeInTime()
+static void tellAndClose(QWidget &window)
 {
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        const auto *frame = window->findChild<QGroupBox *>(u"frameDownload"_s);
-        if (window->isVisible() && frame &&
-            frame->title() == qEnvironmentVariable("USER_CLOSES_AT"))
-            window->close();
-    }
+    std::printf("%s ", qUtf8Printable(window.objectName()));
+    std::fflush(stdout);
+    window.close();
+}
+
+// Opens all that the menus open, and closes the main window, as soon as its frame says
+// USER_CLOSES_AT.
+static void useInTime(QWidget &mainWindow)
+{
+    const auto *frame = mainWindow.findChild<QGroupBox *>(u"frameDownload"_s);
+    if (frame->title() != qEnvironmentVariable("USER_CLOSES_AT"))
+        return;
+    for (const char *entry : {"mnuMutaties", "mnuForceDownload", "mnuOpties", "mnuInfo"})
+        mainWindow.findChild<QAction *>(QLatin1String(entry))->trigger();
+    mainWindow.close();
+}
+
+static QWidget *mainWindowInSight()
+{
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->objectName() == u"MainForm"_s)
+            return window;
+    return nullptr;
 }
 
 static void look()
 {
     QTimer::singleShot(50ms, qApp, look); // what follows may wait for the next look
+    QWidget *mainWindow = mainWindowInSight();
     QWidget *window = QApplication::activeModalWidget();
     if (auto *message = qobject_cast<QMessageBox *>(window))
         message->accept();
     else if (const auto *folders = qobject_cast<QFileDialog *>(window))
         choose(*folders);
+    else if (window && mainWindow)
+        tellAndClose(*window);
     else if (window)
         decide(*window);
-    else
-        closeInTime();
+    else if (mainWindow)
+        useInTime(*mainWindow);
 }
 
 static void arrive()
