@@ -71,6 +71,8 @@ TEST_F(WeekGrid, IsLightInEveryTheme)
     editor->setPalette(QPalette(QColor(0x20, 0x20, 0x20)));
     EXPECT_EQ(box(3, 0)->grab().toImage(), even);
     EXPECT_EQ(box(3, 1)->grab().toImage(), odd);
+    box(3, 1)->setChecked(false);
+    EXPECT_NE(box(3, 1)->grab().toImage(), odd); // the mark is seen
 }
 
 TEST_F(WeekGrid, ADragGivesABoxesRectangleOneState)
