@@ -22,16 +22,17 @@ using platform::RuntimeError;
 static void loadSettings()
 {
     requireReadableSettings();
-    if (!FileExists(settingsFilePath()))
-        throw RuntimeError(
-            ErrorNumber::FileNotFound,
-            u"There are no settings: "_s + settingsFilePath() +
-                u" is not there. If the program runs as another user, name the folder of its "
-                "Ostravelin.ini with --settings."_s);
     LoadSettings();
-    if (!isConfigured() || DestinationFolder().isEmpty())
+    if (isConfigured() && !DestinationFolder().isEmpty())
+        return;
+    if (FileExists(settingsFilePath()))
         throw RuntimeError(ErrorNumber::PathNotFound,
                            u"The settings name no destination folder: "_s + settingsFilePath());
+    throw RuntimeError(
+        ErrorNumber::FileNotFound,
+        u"There are no settings: "_s + settingsFilePath() +
+            u" is not there. If the program runs as another user, name the folder of its "
+            "Ostravelin.ini with --settings."_s);
 }
 
 static QStringList allTaskNames(store::Recordset &rows)

@@ -56,7 +56,7 @@ void writeSetting(const SettingKey &setting, const QString &value);
 /// Whether a destination folder was ever set.
 bool isConfigured();
 
-/// The settings file's name in the settings directory, and its path.
+/// The settings file's name in the settings directory, and the path of this user's.
 QString settingsFileName();
 QString settingsFilePath();
 
@@ -83,7 +83,7 @@ bool makesSpcFiles();
 /// Whether the batch watch works in its old mode.
 bool watchesRunningBatch();
 
-/// The folder of the settings file, without a separator at its end.
+/// The settings directory, without a separator at its end.
 QString WindowsFolder();
 
 /// The destination folder with one separator at its end, blanks at its ends dropped (in the

@@ -28,7 +28,8 @@ QString settingsFileName()
 
 QString settingsFilePath()
 {
-    return WindowsFolder() + QDir::separator() + settingsFileName();
+    return platform::host().redirectedPath(WindowsFolder() + QDir::separator() +
+                                           settingsFileName());
 }
 
 void requireReadableSettings()

@@ -54,13 +54,18 @@ public:
     /// user's configuration directory where there is none.
     virtual QString settingsDirectory() const = 0;
 
+    /// Where this user's settings file of that path is: there, or, where the system lets only
+    /// administrators write, in the place to which it redirects the files of older programs.
+    virtual QString redirectedPath(const QString &path) const = 0;
+
     /// The value of a key in a settings file of the settings directory: at most size - 1
-    /// characters of it, or of `defaultValue` when file, section or key is missing.
+    /// characters of it, or of `defaultValue` when file, section or key is missing. A file that
+    /// was redirected and is not there yet is read where it was redirected from.
     virtual QString profileString(const QString &file, const QString &section, const QString &key,
                                   const QString &defaultValue, int size) const = 0;
 
-    /// Stores a value; file, section and key are made where they are missing. Returns whether the
-    /// file was written.
+    /// Stores a value in the redirected file; file, section and key are made where they are
+    /// missing. Returns whether the file was written.
     virtual bool writeProfileString(const QString &file, const QString &section, const QString &key,
                                     const QString &value) = 0;
 

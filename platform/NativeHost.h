@@ -14,6 +14,7 @@ public:
     void beep() override;
     QString programFolder() const override;
     QString settingsDirectory() const override;
+    QString redirectedPath(const QString &path) const override;
     QString profileString(const QString &file, const QString &section, const QString &key,
                           const QString &defaultValue, int size) const override;
     bool writeProfileString(const QString &file, const QString &section, const QString &key,

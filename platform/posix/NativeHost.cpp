@@ -67,6 +67,11 @@ QString NativeHost::settingsDirectory() const
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
 }
 
+QString NativeHost::redirectedPath(const QString &path) const
+{
+    return path; // of a folder of the user's own
+}
+
 QString NativeHost::profileString(const QString &file, const QString &section, const QString &key,
                                   const QString &defaultValue, int size) const
 {

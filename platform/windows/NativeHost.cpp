@@ -1,7 +1,6 @@
 #include "platform/NativeHost.h"
 
 #include "platform/LocalTime.h"
-#include "platform/windows/System.h"
 
 #include <QDir>
 #include <QProcess>
@@ -41,40 +40,6 @@ QString NativeHost::programFolder() const
     const DWORD size = GetModuleFileNameW(nullptr, reinterpret_cast<wchar_t *>(path.data()),
                                           static_cast<DWORD>(path.size()));
     return path.first(size).section(u'\\', 0, -2);
-}
-
-QString windowsDirectory()
-{
-    std::array<char, 254> path = {};
-    GetWindowsDirectoryA(path.data(), static_cast<UINT>(path.size()));
-    return QString::fromLocal8Bit(path.data());
-}
-
-QString NativeHost::settingsDirectory() const
-{
-    return windowsDirectory();
-}
-
-static QByteArray pathIn(const QString &folder, const QString &file)
-{
-    return QDir::toNativeSeparators(folder + u'/' + file).toLocal8Bit();
-}
-
-QString NativeHost::profileString(const QString &file, const QString &section, const QString &key,
-                                  const QString &defaultValue, int size) const
-{
-    QByteArray value(size, '\0');
-    const DWORD length = GetPrivateProfileStringA(
-        section.toLocal8Bit(), key.toLocal8Bit(), defaultValue.toLocal8Bit(), value.data(),
-        static_cast<DWORD>(size), pathIn(settingsDirectory(), file));
-    return QString::fromLocal8Bit(value.first(static_cast<qsizetype>(length)));
-}
-
-bool NativeHost::writeProfileString(const QString &file, const QString &section, const QString &key,
-                                    const QString &value)
-{
-    return WritePrivateProfileStringA(section.toLocal8Bit(), key.toLocal8Bit(), value.toLocal8Bit(),
-                                      pathIn(settingsDirectory(), file)) != FALSE;
 }
 
 // The editor takes all behind its name for the path, blanks and all.
