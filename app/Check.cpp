@@ -144,7 +144,7 @@ static QString summary(Status status, bool isRunning, qsizetype tasks, const QSt
 // What the log says at its end is mostly the reason why the program ended.
 static QString whatIsNotRunning(const std::vector<LogEvent> &log, const CheckMoment &moment)
 {
-    const QString said = u"No program runs from %1."_s.arg(
+    QString said = u"No program runs from %1."_s.arg(
         QDir::toNativeSeparators(platform::host().programFolder()));
     if (log.empty())
         return said;
@@ -179,8 +179,8 @@ Report check(const CheckMoment &moment)
                                         [](const auto &task) { return task.slots.empty(); });
     if (!isRunning || nothingDue)
         report.status = Status::Missing;
-    report.summary =
-        summary(report.status, isRunning, nothingDue ? 0 : tasks.size(), late, missing);
+    const auto checked = nothingDue ? 0 : static_cast<qsizetype>(tasks.size());
+    report.summary = summary(report.status, isRunning, checked, late, missing);
     if (!isRunning)
         report.lines.prepend(whatIsNotRunning(log, moment));
     return report;

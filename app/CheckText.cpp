@@ -32,11 +32,12 @@ QString secondText(local_seconds moment, local_seconds now)
 QString ageText(qint64 seconds)
 {
     const qint64 inMinutes = seconds / 60;
-    if (inMinutes < 60)
+    const qint64 inHours = inMinutes / 60;
+    if (inHours < 1)
         return u"%1 min ago"_s.arg(inMinutes);
-    if (inMinutes < 48 * 60)
-        return u"%1 h %2 min ago"_s.arg(inMinutes / 60).arg(inMinutes % 60);
-    return u"%1 days ago"_s.arg(inMinutes / (24 * 60));
+    if (inHours < 48)
+        return u"%1 h %2 min ago"_s.arg(inHours).arg(inMinutes % 60);
+    return u"%1 days ago"_s.arg(inHours / 24);
 }
 
 QString sizeText(qint64 bytes)

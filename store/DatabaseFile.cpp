@@ -114,8 +114,9 @@ static void setKey(sqlite3 *database, const DatabaseFile &file)
         if (sqlite3_key(database, key.constData(), static_cast<int>(key.size())) != SQLITE_OK)
             raiseEngineError(database);
     }
-    // Newer engines write another format unless they are told; this one ignores what it is told.
-    runScript(database, u"PRAGMA cipher_compatibility = 3;"_s);
+    // Newer engines write another format unless they are told, and faults to standard error, which
+    // our errors tell. Older ones ignore both.
+    runScript(database, u"PRAGMA cipher_compatibility = 3; PRAGMA cipher_log_level = NONE;"_s);
 }
 
 // Encrypted data is as good as random: a page of it holds about 251 of the 256 byte values and, in
