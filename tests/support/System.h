@@ -14,4 +14,7 @@ void resetAtEnd(qintptr socket);
 void makeSlowBatch(const QString &folder);
 void endSlowBatch(const QString &folder);
 
+/// "é", or "e" where the command interpreter cannot read it in a batch.
+QString accentForBatches();
+
 } // namespace testing_support

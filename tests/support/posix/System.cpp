@@ -28,4 +28,9 @@ void endSlowBatch(const QString &folder)
     makeFile(folder + u"/audio"_s, "audio");
 }
 
+QString accentForBatches()
+{
+    return u"é"_s;
+}
+
 } // namespace testing_support

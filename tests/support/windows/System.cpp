@@ -29,4 +29,11 @@ void endSlowBatch(const QString &folder)
     makeFile(folder + u"/go"_s, {});
 }
 
+// Wine's interpreter reads batches in the OEM code page, whichever the console has.
+QString accentForBatches()
+{
+    const bool isWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
+    return isWine ? u"e"_s : u"é"_s;
+}
+
 } // namespace testing_support
